@@ -1,0 +1,18 @@
+# What every target of this project is compiled with; users of the library inherit none of it.
+add_library(kxjob_warnings INTERFACE)
+target_compile_options(kxjob_warnings INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast -Wnon-virtual-dtor
+    -Woverloaded-virtual -Wcast-align -Wnull-dereference -Wduplicated-cond -Wimplicit-fallthrough
+    $<$<BOOL:${KXJOB_WARNINGS_AS_ERRORS}>:-Werror>)
+
+if(KXJOB_SANITIZER)
+    add_compile_options(-fsanitize=${KXJOB_SANITIZER} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+    add_link_options(-fsanitize=${KXJOB_SANITIZER})
+    # Sanitizers make the optimiser see paths that do not exist.
+    target_compile_options(kxjob_warnings INTERFACE -Wno-null-dereference -Wno-maybe-uninitialized)
+endif()
+
+if(KXJOB_COVERAGE)
+    add_compile_options(--coverage -fprofile-abs-path -fno-inline)
+    add_link_options(--coverage)
+endif()
