@@ -1,0 +1,67 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "kxjob/export.h"
+#include "kxjob/value.h"
+
+namespace kxjob {
+
+/// A query result: (column, row), both from 0. Every row has all columns, in SELECT order.
+class KXJOB_EXPORT RowArray {
+public:
+    explicit RowArray(std::int32_t columns) : columns_(columns) {}
+
+    std::int32_t Columns() const { return columns_; }
+    std::int32_t Rows() const;
+    /// Raises 0x800A0009 when `column` or `row` is out of range.
+    const Value& Cell(std::int32_t column, std::int32_t row) const;
+
+    /// Adds a row of exactly `Columns()` cells. Raises 0x800A0009 for another count.
+    void AddRow(std::vector<Value> cells);
+    /// For readers that fill cell by cell: appends the next cell; a row is complete after `Columns()` of
+    /// them.
+    void AddCell(Value cell) { cells_.push_back(std::move(cell)); }
+
+    friend bool operator==(const RowArray&, const RowArray&) = default;
+
+private:
+    std::int32_t columns_;
+    std::vector<Value> cells_;  // row after row
+};
+
+/// A general array: any number of dimensions, each with its own lower bound.
+class KXJOB_EXPORT Array {
+public:
+    struct Dimension {
+        std::int32_t lowerBound = 0;
+        std::int32_t count = 0;
+
+        friend bool operator==(const Dimension&, const Dimension&) = default;
+    };
+
+    /// All elements Empty. Raises 0x800A0009 without a dimension or with a negative count.
+    explicit Array(std::vector<Dimension> dimensions);
+    /// One dimension that holds `items`, the first at `lowerBound`.
+    static Array List(std::vector<Value> items, std::int32_t lowerBound = 0);
+
+    std::span<const Dimension> Dimensions() const { return dimensions_; }
+    std::size_t ElementCount() const { return elements_.size(); }
+    /// One index a dimension, counted from its lower bound. Raises 0x800A0009 when out of range.
+    const Value& At(std::span<const std::int32_t> index) const { return elements_[Offset(index)]; }
+    Value& At(std::span<const std::int32_t> index) { return elements_[Offset(index)]; }
+    /// The element of a one-dimensional array.
+    const Value& At(std::int32_t index) const { return At(std::span(&index, 1)); }
+
+    friend bool operator==(const Array&, const Array&) = default;
+
+private:
+    std::size_t Offset(std::span<const std::int32_t> index) const;
+
+    std::vector<Dimension> dimensions_;
+    std::vector<Value> elements_;  // the last index runs fastest
+};
+
+}  // namespace kxjob

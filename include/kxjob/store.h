@@ -1,0 +1,40 @@
+#pragma once
+
+#include <string>
+
+#include "kxjob/data_store_provider.h"
+#include "kxjob/export.h"
+#include "kxjob/value.h"
+
+namespace kxjob {
+
+/// The store behind a connection string, for what the methods of JobHelper leave to administrators: setting
+/// it up, and statements of one's own. Runs on the calling thread's connection.
+class KXJOB_EXPORT Store {
+public:
+    Store(std::string connectionString, DataStoreProvider provider, std::string nameQualifier);
+
+    /// Makes an empty database where the engine keeps one in a file that does not exist yet; else does
+    /// nothing. Raises 0x80040000 + 704 when it cannot be made.
+    void CreateDatabase();
+    /// Creates the job tables, and the small tables of the stand-in components (flags, history, application
+    /// states, subsystems), in an existing database. Safe to run twice.
+    void CreateTables();
+    /// Runs one statement that changes data. Raises 0x80040000 + 703 when it fails.
+    void Execute(const std::string& sql);
+    /// Runs one SELECT; Empty when there is no row.
+    Value Query(const std::string& sql);
+    /// The SQL literal of a value. Raises 0x80040000 + 706 for a text that no store can keep.
+    std::string Literal(const Value& value);
+    /// The qualifier followed by a base table name.
+    std::string Table(const std::string& baseName) const { return nameQualifier_ + baseName; }
+
+private:
+    void RunScript(const std::string& script);
+
+    std::string connectionString_;
+    DataStoreProvider provider_;
+    std::string nameQualifier_;
+};
+
+}  // namespace kxjob

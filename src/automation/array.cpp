@@ -1,0 +1,60 @@
+#include "kxjob/array.h"
+
+#include <limits>
+#include <utility>
+
+#include "automation/runtime_error.h"
+#include "kxjob/automation_error.h"
+
+namespace kxjob {
+
+std::int32_t RowArray::Rows() const {
+    return columns_ == 0 ? 0 : static_cast<std::int32_t>(cells_.size() / static_cast<std::size_t>(columns_));
+}
+
+const Value& RowArray::Cell(std::int32_t column, std::int32_t row) const {
+    if (column < 0 || column >= columns_ || row < 0 || row >= Rows()) {
+        RaiseRuntimeError(error_number::kSubscriptOutOfRange);
+    }
+    return cells_[static_cast<std::size_t>(row) * static_cast<std::size_t>(columns_) +
+                  static_cast<std::size_t>(column)];
+}
+
+void RowArray::AddRow(std::vector<Value> cells) {
+    if (cells.size() != static_cast<std::size_t>(columns_))
+        RaiseRuntimeError(error_number::kSubscriptOutOfRange);
+    for (Value& cell : cells) AddCell(std::move(cell));
+}
+
+Array::Array(std::vector<Dimension> dimensions) : dimensions_(std::move(dimensions)) {
+    if (dimensions_.empty()) RaiseRuntimeError(error_number::kSubscriptOutOfRange);
+    std::size_t count = 1;
+    for (const Dimension& dimension : dimensions_) {
+        if (dimension.count < 0) RaiseRuntimeError(error_number::kSubscriptOutOfRange);
+        count *= static_cast<std::size_t>(dimension.count);
+    }
+    elements_.resize(count);
+}
+
+Array Array::List(std::vector<Value> items, std::int32_t lowerBound) {
+    if (items.size() > static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max())) {
+        RaiseRuntimeError(error_number::kOverflow);
+    }
+    Array list({{lowerBound, 0}});
+    list.dimensions_[0].count = static_cast<std::int32_t>(items.size());
+    list.elements_ = std::move(items);
+    return list;
+}
+
+std::size_t Array::Offset(std::span<const std::int32_t> index) const {
+    if (index.size() != dimensions_.size()) RaiseRuntimeError(error_number::kSubscriptOutOfRange);
+    std::size_t offset = 0;
+    for (std::size_t i = 0; i < index.size(); ++i) {
+        const std::int64_t place = static_cast<std::int64_t>(index[i]) - dimensions_[i].lowerBound;
+        if (place < 0 || place >= dimensions_[i].count) RaiseRuntimeError(error_number::kSubscriptOutOfRange);
+        offset = offset * static_cast<std::size_t>(dimensions_[i].count) + static_cast<std::size_t>(place);
+    }
+    return offset;
+}
+
+}  // namespace kxjob
