@@ -1,0 +1,26 @@
+#include "collaborators/this_thread.h"
+
+namespace kxjob {
+namespace {
+
+std::unique_ptr<ThreadCollaborators>& ThreadSlot() {
+    thread_local std::unique_ptr<ThreadCollaborators> slot;
+    return slot;
+}
+
+}  // namespace
+
+ThreadCollaborators::ThreadCollaborators(std::shared_ptr<CollaboratorFactory> factory)
+    : factory_(std::move(factory)), observer_(factory_->MakeMethodObserver()) {}
+
+ThreadCollaborators& ThisThread() {
+    std::unique_ptr<ThreadCollaborators>& slot = ThreadSlot();
+    if (slot == nullptr) slot = std::make_unique<ThreadCollaborators>(MakePlatformCollaborators());
+    return *slot;
+}
+
+void InstallCollaborators(std::shared_ptr<CollaboratorFactory> factory) {
+    ThreadSlot() = factory == nullptr ? nullptr : std::make_unique<ThreadCollaborators>(std::move(factory));
+}
+
+}  // namespace kxjob
