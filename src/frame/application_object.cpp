@@ -1,0 +1,28 @@
+#include "frame/application_object.h"
+
+#include <cstdint>
+
+#include "frame/frame.h"
+
+namespace kxjob {
+namespace {
+
+constexpr std::int32_t kMajor = 8;
+constexpr std::int32_t kMinor = 3;
+constexpr std::int32_t kRevision = 1202;
+
+}  // namespace
+
+std::string ApplicationObject::Name() const {
+    return "Application";
+}
+
+Value ApplicationObject::Get(std::string_view property) {
+    if (property == "Title") return kProject;
+    if (property == "Major") return kMajor;
+    if (property == "Minor") return kMinor;
+    if (property == "Revision") return kRevision;
+    return Component::Get(property);
+}
+
+}  // namespace kxjob
