@@ -4,7 +4,7 @@ include(CMakePackageConfigHelpers)
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/kxjob)
 install(TARGETS kxjob EXPORT kxjobTargets FILE_SET HEADERS)
 if(TARGET kxjob_command)
-install(TARGETS kxjob_command RUNTIME)
+    install(TARGETS kxjob_command RUNTIME)
 endif()
 install(EXPORT kxjobTargets NAMESPACE kxjob:: DESTINATION ${package_dir})
 configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/kxjobConfig.cmake.in
