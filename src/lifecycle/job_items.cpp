@@ -29,7 +29,7 @@ std::string JobHelper::CreateJobItem(std::string ConnectionString, DataStoreProv
         const TableNames tables(frame, NameQualifier);
         frame.CheckParameter(NameQualifier, "NameQualifier");
         frame.CheckParameter(JobGUID, "JobGUID");
-        const std::string itemGuid = frame.NewGuid();
+        std::string itemGuid = frame.NewGuid();
 
         SqlText sql;
         sql << "INSERT INTO " << tables.JobItem() << " (";

@@ -21,7 +21,7 @@ std::string JobHelper::GetNewLockExcludingInterlopers(std::string ConnectionStri
         frame.CheckParameter(JobTaskGUID, "JobTaskGUID");
         frame.CheckParameter(OldLockGUID, "OldLockGUID");
         frame.CheckParameter(NameQualifier, "NameQualifier");
-        const std::string newLockGuid = frame.NewGuid();
+        std::string newLockGuid = frame.NewGuid();
 
         // One conditional statement decides between tasks that race; what it wrote is read
         // back, because engines differ in how they count changed rows.

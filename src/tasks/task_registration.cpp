@@ -21,7 +21,7 @@ std::string JobHelper::RegisterJobTask(Value ConnectionString, std::string NameQ
         const TableNames tables(frame, NameQualifier);
         frame.CheckParameter(NameQualifier, "NameQualifier");
         frame.CheckParameter(JobGUID, "JobGUID");
-        const std::string jobTaskGuid = frame.NewGuid();
+        std::string jobTaskGuid = frame.NewGuid();
 
         SqlText sql;
         sql << "INSERT INTO " << tables.jobtask() << " (";
