@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace kxjob {
+
+/// Raises 0x80040000 + 703, described as "[sqlState] what".
+[[noreturn]] void RaiseStatementFailed(std::string_view sqlState, std::string_view what);
+
+/// Raises 0x80040000 + 704, described as "[08001] The connection could not be opened: why". `why` must not
+/// show what a connection string holds under a password's key.
+[[noreturn]] void RaiseConnectionFailed(std::string_view why);
+
+/// Raises 0x80040000 + 702: a query that had to find a row found none.
+[[noreturn]] void RaiseNoRow();
+
+/// `description` with `place` and a colon behind the SQLSTATE in brackets that it starts with.
+std::string WithPlace(const std::string& description, std::string_view place);
+
+}  // namespace kxjob

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "defaults/store/session.h"
+#include "defaults/store/sqlite_error.h"
+#include "defaults/store/sqlite_handles.h"
+
+namespace kxjob {
+
+/// A session on a SQLite database file. Takes exactly one statement a call. A file that was moved or deleted
+/// under the session is an error before the statement runs: SQLite would go on writing where nobody looks any
+/// more.
+class SqliteSession : public Session {
+public:
+    static constexpr std::chrono::milliseconds kPatience{30000};
+
+    /// Raises 0x80040000 + 704 when the file is missing or is no database; see OpenSqliteFile.
+    explicit SqliteSession(const std::string& file, std::chrono::milliseconds patience = kPatience);
+
+    void Execute(const std::string& sql) override;
+    Value Query(const std::string& sql) override;
+    void WriteLongText(const std::string& table, const std::string& keyColumn, const std::string& keyValue,
+                       const std::string& valueColumn, const std::string& value) override;
+    void RunBatch(std::span<const std::string> statements) override;
+    bool IsLost() const override { return lost_; }
+
+private:
+    class Transaction;
+
+    void RequireFileInPlace();
+    void RequireNothingMore(const char* rest);
+    SqliteStatement Prepare(const std::string& sql);
+    void Bind(sqlite3_stmt* statement, int place, std::string_view text);
+    /// Whether there is a row.
+    bool Step(sqlite3_stmt* statement);
+    void Run(const std::string& sql);
+    /// Raises the connection's latest error.
+    [[noreturn]] void RaiseLatest(SqliteStage stage);
+
+    SqliteDatabase database_;
+    bool lost_ = false;
+};
+
+}  // namespace kxjob

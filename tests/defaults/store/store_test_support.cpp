@@ -1,0 +1,53 @@
+#include "defaults/store/store_test_support.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <random>
+
+#include "defaults/store/create_database_file.h"
+#include "kxjob/array.h"
+
+namespace kxjob::testing_support {
+
+TemporaryFolder::TemporaryFolder() {
+    std::random_device random;
+    do {
+        path_ = std::filesystem::temp_directory_path() / ("kxjob_store_" + std::to_string(random()));
+    } while (!std::filesystem::create_directory(path_));
+}
+
+TemporaryFolder::~TemporaryFolder() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+}
+
+TemporaryDatabase::TemporaryDatabase() {
+    CreateDatabaseFile(ConnectionString());
+}
+
+AutomationError ErrorOf(const std::function<void()>& call) {
+    try {
+        call();
+    } catch (const AutomationError& error) {
+        return error;
+    }
+    ADD_FAILURE() << "nothing was raised";
+    return {0, "", "nothing was raised"};
+}
+
+Value Rows(const std::vector<std::vector<Value>>& rows) {
+    RowArray array(static_cast<std::int32_t>(rows.at(0).size()));
+    for (const std::vector<Value>& row : rows) array.AddRow(row);
+    return array;
+}
+
+void Overwrite(const std::string& file, std::streamoff offset, const std::string& bytes) {
+    std::fstream stream(file, std::ios::in | std::ios::out | std::ios::binary);
+    stream.seekp(offset);
+    stream << bytes;
+    stream.flush();
+    ASSERT_TRUE(stream.good()) << file;
+}
+
+}  // namespace kxjob::testing_support

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "kxjob/automation_error.h"
+#include "kxjob/value.h"
+
+namespace kxjob::testing_support {
+
+/// A folder of its own for one test, removed with everything in it.
+class TemporaryFolder {
+public:
+    TemporaryFolder();
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+    ~TemporaryFolder();
+
+    std::filesystem::path Path(const std::string& name) const { return path_ / name; }
+
+private:
+    std::filesystem::path path_;
+};
+
+/// An empty SQLite database in a folder of its own.
+class TemporaryDatabase {
+public:
+    TemporaryDatabase();
+
+    std::string File() const { return folder_.Path("store.db").string(); }
+    std::string ConnectionString() const { return "Driver=SQLite;Database=" + File(); }
+    const TemporaryFolder& Folder() const { return folder_; }
+
+private:
+    TemporaryFolder folder_;
+};
+
+/// Runs `call`, which must raise, and gives the error back; fails the test when nothing is raised.
+AutomationError ErrorOf(const std::function<void()>& call);
+
+/// A row array from its rows.
+Value Rows(const std::vector<std::vector<Value>>& rows);
+
+/// Writes bytes over those of a file from `offset` on.
+void Overwrite(const std::string& file, std::streamoff offset, const std::string& bytes);
+
+}  // namespace kxjob::testing_support
