@@ -5,21 +5,15 @@
 
 #include "defaults/store/data_access_error.h"
 #include "defaults/text/letter_case.h"
+#include "defaults/text/trimmed.h"
 
 namespace kxjob {
 namespace {
 
 constexpr std::string_view kBlanks = " \t\r\n";
 
-std::string_view Trimmed(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(kBlanks);
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
-}
-
-/// Reads entry by entry. What is wrong is said by the number of the entry alone: a password with a stray ";"
-/// or
-/// "=" in it looks like further entries, keys included.
+/// Reads entry by entry. What is wrong is said by the number of the entry alone: a password with a stray
+/// ";" or "=" in it looks like further entries, keys included.
 class Reader {
 public:
     explicit Reader(std::string_view text) : rest_(text) {}

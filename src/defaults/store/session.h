@@ -7,8 +7,9 @@
 
 namespace kxjob {
 
-/// An open connection to one store. Each engine family implements it once. Statements run in autocommit, exactly as
-/// handed over; failures are AutomationErrors 0x80040000 + 703 whose description starts with the SQLSTATE in brackets.
+/// An open connection to one store. Each engine family implements it once. Statements run in autocommit,
+/// exactly as handed over; failures are AutomationErrors 0x80040000 + 703 whose description starts with the
+/// SQLSTATE in brackets.
 class Session {
 public:
     virtual ~Session() = default;
@@ -17,8 +18,9 @@ public:
     /// Rows as (column, row) from 0; Empty when there is none.
     virtual Value Query(const std::string& sql) = 0;
     /// Binds `value`; `table` is the qualified name, `keyValue` plain text.
-    virtual void WriteLongText(const std::string& table, const std::string& keyColumn, const std::string& keyValue,
-                               const std::string& valueColumn, const std::string& value) = 0;
+    virtual void WriteLongText(const std::string& table, const std::string& keyColumn,
+                               const std::string& keyValue, const std::string& valueColumn,
+                               const std::string& value) = 0;
     /// Runs the statements in order as one transaction. When one fails nothing of the batch stays, and the
     /// description names its place in the batch.
     virtual void RunBatch(std::span<const std::string> statements) = 0;

@@ -10,8 +10,8 @@
 
 namespace kxjob {
 
-/// The open connections of one thread, one for each connection string. A lost one is dropped, so that the next use
-/// opens a new one; the use that met the loss raises: nothing is retried.
+/// The open connections of one thread, one for each connection string. A lost one is dropped, so that the
+/// next use opens a new one; the use that met the loss raises: nothing is retried.
 class SessionCache {
 public:
     /// Runs `work(Session&)` on the session of a connection string, opening it first where needed.

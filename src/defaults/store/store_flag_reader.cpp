@@ -1,5 +1,6 @@
 #include "defaults/store/store_flag_reader.h"
 
+#include "defaults/store/optional_table.h"
 #include "defaults/text/standard_sql_formatter.h"
 #include "kxjob/array.h"
 
@@ -9,14 +10,8 @@ Value StoreFlagReader::ReadFlag(const std::string& connectionString, DataStorePr
                                 const std::string& nameQualifier, const std::string& flagName) {
     std::string sql = "SELECT flagvalue FROM " + nameQualifier + "systemflag";
     sql += " WHERE flagname = " + StandardSqlFormatter().FormatValue(flagName);
-    try {
-        const Value rows =
-            sessions_->Use(connectionString, [&](Session& session) { return session.Query(sql); });
-        return rows.IsEmpty() ? Value(Null{}) : rows.Rows().Cell(0, 0);
-    } catch (const AutomationError& error) {
-        if (!IsMissingTable(error)) throw;
-        return Null{};
-    }
+    const Value rows = QueryOptionalTable(*sessions_, connectionString, sql);
+    return rows.IsEmpty() ? Value(Null{}) : rows.Rows().Cell(0, 0);
 }
 
 }  // namespace kxjob

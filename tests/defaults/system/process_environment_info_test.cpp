@@ -1,0 +1,51 @@
+#include "defaults/system/process_environment_info.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <string>
+#include <thread>
+
+namespace kxjob {
+namespace {
+
+TEST(ProcessEnvironmentInfo, TellsThisProcessAndThread) {
+    ProcessEnvironmentInfo environment;
+    EXPECT_EQ(environment.ProcessId(), getpid());
+    EXPECT_EQ(environment.ThreadId(), gettid());
+    std::int32_t other = 0;
+    std::thread([&] { other = ProcessEnvironmentInfo().ThreadId(); }).join();
+    EXPECT_NE(other, environment.ThreadId());
+    EXPECT_GT(other, 0);
+}
+
+TEST(ProcessEnvironmentInfo, NamesTheHostForMachineAndUser) {
+    ProcessEnvironmentInfo environment;
+    char name[256] = {};
+    ASSERT_EQ(gethostname(name, sizeof name - 1), 0);
+    EXPECT_EQ(environment.SecondMachineText(), HostPart(name));
+    EXPECT_EQ(environment.FirstUserText(), environment.SecondMachineText());
+    EXPECT_NE(environment.FirstMachineText(), "");
+    EXPECT_EQ(environment.SecondUserText(), UserName(geteuid()));
+}
+
+TEST(HostPart, EndsAtTheFirstDot) {
+    EXPECT_EQ(HostPart("worker7"), "worker7");
+    EXPECT_EQ(HostPart("worker7.plant.example"), "worker7");
+}
+
+TEST(DomainPart, PrefersTheHostNamesOwnDomain) {
+    EXPECT_EQ(DomainPart("worker7.plant.example", "nis"), "plant.example");
+    EXPECT_EQ(DomainPart("worker7", "nis"), "nis");
+    EXPECT_EQ(DomainPart("worker7.", "nis"), "nis");
+    EXPECT_EQ(DomainPart("worker7", "(none)"), "local");
+    EXPECT_EQ(DomainPart("worker7", ""), "local");
+}
+
+TEST(UserName, IsTheLoginNameOrTheNumber) {
+    EXPECT_EQ(UserName(0), "root");
+    EXPECT_EQ(UserName(3999999999U), "3999999999");
+}
+
+}  // namespace
+}  // namespace kxjob
