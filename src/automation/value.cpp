@@ -130,6 +130,7 @@ bool operator==(const Value& left, const Value& right) {
 
 std::string DoubleText(double number) {
     constexpr int kSignificantDigits = 15;
+    if (number == 0) return "0";  // whatever its sign
     std::array<char, 32> buffer{};
     const auto [end, problem] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number,
                                               std::chars_format::general, kSignificantDigits);

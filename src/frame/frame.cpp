@@ -225,6 +225,8 @@ AutomationError Frame::PendingError() const {
     } catch (const std::exception& exception) {
         return {error_number::kInternal, kProject,
                 explained(std::string("Internal error: ") + exception.what()), line_};
+    } catch (...) {
+        return {error_number::kInternal, kProject, explained("Internal error"), line_};
     }
 }
 

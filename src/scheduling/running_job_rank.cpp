@@ -52,12 +52,12 @@ void JobHelper::GetHighestRankingRunningJobs(std::string ConnectionString, DataS
         std::int32_t lowest = kTaskCeiling;
         for (const std::int32_t row : RowIndexes(frame, counts)) {
             const std::string jobGuid = frame.Use(counts).Rows().Cell(0, row).ToText();
-            const std::int32_t runningTasks = frame.Use(counts).Rows().Cell(1, row).ToInt32();
-            if (runningTasks < lowest) {
-                lowest = runningTasks;
+            const Value& runningTasks = frame.Use(counts).Rows().Cell(1, row);
+            if (runningTasks.ToDouble() < lowest) {
+                lowest = runningTasks.ToInt32();
                 Candidates = std::make_shared<Collection>();
                 Candidates->Add(jobGuid);
-            } else if (runningTasks == lowest) {
+            } else if (runningTasks.ToDouble() == lowest) {
                 frame.UseObject(Candidates).Add(jobGuid);  // a first job exactly at the ceiling finds none
             }
             frame.UseObject(RunningJobs).Remove(jobGuid);

@@ -1,0 +1,81 @@
+#include "argument_kinds.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <string_view>
+#include <system_error>
+
+#include "kxjob/automation_error.h"
+#include "usage_error.h"
+#include "value_json.h"
+
+namespace kxjob::command {
+namespace {
+
+/// Whether the whole text is one number of this type.
+template <typename Number>
+bool IsNumber(const std::string& text, Number& number) {
+    const char* const end = text.data() + text.size();
+    const auto [stopped, problem] = std::from_chars(text.data(), end, number);
+    return problem == std::errc() && stopped == end;
+}
+
+bool EqualsIgnoringCase(std::string_view text, std::string_view lowerCase) {
+    return std::equal(text.begin(), text.end(), lowerCase.begin(), lowerCase.end(), [](char a, char b) {
+        return (a >= 'A' && a <= 'Z' ? static_cast<char>(a - 'A' + 'a') : a) == b;
+    });
+}
+
+bool IsHexDigit(char c) {
+    return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
+}
+
+/// {8-4-4-4-12} hexadecimal digits.
+bool IsGuid(std::string_view text) {
+    constexpr std::string_view kShape = "{hhhhhhhh-hhhh-hhhh-hhhh-hhhhhhhhhhhh}";
+    return std::equal(text.begin(), text.end(), kShape.begin(), kShape.end(),
+                      [](char c, char shape) { return shape == 'h' ? IsHexDigit(c) : c == shape; });
+}
+
+}  // namespace
+
+void ReadArgument(const std::string& text, std::string& argument) {
+    argument = text;
+}
+
+void ReadArgument(const std::string& text, std::int32_t& argument) {
+    if (!IsNumber(text, argument)) throw UsageError("It wants a whole number that fits 32 bits.");
+}
+
+void ReadArgument(const std::string& text, double& argument) {
+    if (!IsNumber(text, argument) || !std::isfinite(argument)) throw UsageError("It wants a number.");
+}
+
+void ReadArgument(const std::string& text, bool& argument) {
+    const auto isOneOf = [&](auto... words) { return (EqualsIgnoringCase(text, words) || ...); };
+    if (isOneOf("true", "yes", "1", "-1")) {
+        argument = true;
+    } else if (isOneOf("false", "no", "0")) {
+        argument = false;
+    } else {
+        throw UsageError("It wants true or false.");
+    }
+}
+
+void ReadArgument(const std::string& text, Value& argument) {
+    const bool isJson = (text.starts_with('[') || text.starts_with('{')) && !IsGuid(text);
+    argument = isJson ? FromJson(ParseJson(text)) : Value(text);
+}
+
+void ReadArgument(const std::string& text, Collection& argument) {
+    const Json json = ParseJson(text);
+    if (!json.is_object()) throw UsageError("It wants a JSON object.");
+    try {
+        for (const auto& [key, item] : json.items()) argument.Add(FromJson(item), key);
+    } catch (const AutomationError&) {
+        throw UsageError("Two of its members have the same name, whose letter case does not count.");
+    }
+}
+
+}  // namespace kxjob::command

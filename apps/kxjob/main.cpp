@@ -1,0 +1,50 @@
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <exception>
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "call_command.h"
+#include "demo/demo_command.h"
+#include "exit_status.h"
+#include "init_command.h"
+#include "kxjob/job_helper.h"
+#include "usage_error.h"
+
+namespace kxjob::command {
+namespace {
+
+int Run(std::vector<std::string> arguments) {
+    CLI::App app("Create, schedule, track and clean up background jobs", "kxjob");
+    app.set_version_flag("--version", [] { return JobHelper().Version(); });
+    app.require_subcommand(1);
+    int exitStatus = kDone;
+    AddDemoCommand(app, exitStatus);
+    AddInitCommand(app);
+    AddCallCommand(app, TakeMethodArguments(arguments), exitStatus);
+    try {
+        std::reverse(arguments.begin(), arguments.end());  // the parser takes them from the back
+        app.parse(std::move(arguments));
+    } catch (const CLI::Success& helpOrVersion) {
+        return app.exit(helpOrVersion);
+    } catch (const CLI::ParseError& error) {
+        throw UsageError(error.what());
+    }
+    return exitStatus;
+}
+
+}  // namespace
+}  // namespace kxjob::command
+
+int main(int argc, char** argv) {
+    try {
+        return kxjob::command::Run({argv + 1, argv + argc});
+    } catch (const kxjob::command::UsageError& error) {
+        std::cerr << error.what() << '\n';
+        return kxjob::command::kWrongUsage;
+    } catch (const std::exception& exception) {
+        std::cerr << exception.what() << '\n';
+        return kxjob::command::kFailed;
+    }
+}

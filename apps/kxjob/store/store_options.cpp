@@ -1,0 +1,21 @@
+#include "store/store_options.h"
+
+namespace kxjob::command {
+
+void StoreOptions::AddTo(CLI::App& command) {
+    command.add_option("--connection", connection_, "The store, e.g. Driver=SQLite;Database=FILE")
+        ->type_name("STRING");
+    command.add_option("--provider", provider_, "Whose creation scripts: 5 SQLite (default)")
+        ->type_name("CODE");
+    command.add_option("--qualifier", qualifier_, "What stands in front of every table name")
+        ->type_name("TEXT");
+}
+
+StoreConnection StoreOptions::Resolve() const {
+    StoreConnection store = NamesStore() ? StoreConnection{*connection_, dspSqlite, {}} : ConfiguredConnection();
+    store.provider = provider_.value_or(store.provider);
+    store.nameQualifier = qualifier_.value_or(store.nameQualifier);
+    return store;
+}
+
+}  // namespace kxjob::command
