@@ -1,0 +1,87 @@
+#include "apps/command_process.h"
+
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+#include <system_error>
+
+namespace kxjob::testing_support {
+namespace {
+
+/// Texts as a process takes them: pointers, and null at the end.
+std::vector<char*> Pointers(std::vector<std::string>& texts) {
+    std::vector<char*> pointers;
+    for (std::string& text : texts) pointers.push_back(text.data());
+    pointers.push_back(nullptr);
+    return pointers;
+}
+
+std::vector<std::string> OwnEnvironmentWith(const std::map<std::string, std::string>& added) {
+    std::vector<std::string> all;
+    for (char** variable = environ; *variable != nullptr; ++variable) {
+        const std::string text = *variable;
+        if (!added.contains(text.substr(0, text.find('=')))) all.push_back(text);
+    }
+    for (const auto& [name, value] : added) {
+        std::string text = name;
+        text.append("=").append(value);
+        all.push_back(std::move(text));
+    }
+    return all;
+}
+
+int ExitStatusOf(int status) {
+    return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+}
+
+}  // namespace
+
+TemporaryFolder::TemporaryFolder() {
+    std::string pattern = (std::filesystem::temp_directory_path() / "kxjob-XXXXXX").string();
+    if (mkdtemp(pattern.data()) == nullptr) throw std::system_error(errno, std::generic_category());
+    path_ = pattern;
+}
+
+TemporaryFolder::~TemporaryFolder() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+}
+
+Finished RunCommand(const TemporaryFolder& folder, const std::vector<std::string>& arguments,
+                    const std::map<std::string, std::string>& environment) {
+    std::vector<std::string> all{KXJOB_COMMAND};
+    all.insert(all.end(), arguments.begin(), arguments.end());
+    std::vector<std::string> variables = OwnEnvironmentWith(environment);
+    const std::string out = folder.File("standard output");
+    const std::string err = folder.File("standard error");
+
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    constexpr int kAnew = O_WRONLY | O_CREAT | O_TRUNC;
+    posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, out.c_str(), kAnew, S_IRUSR | S_IWUSR);
+    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, err.c_str(), kAnew, S_IRUSR | S_IWUSR);
+    pid_t process = 0;
+    const int problem = posix_spawn(&process, all[0].c_str(), &actions, nullptr, Pointers(all).data(),
+                                    Pointers(variables).data());
+    posix_spawn_file_actions_destroy(&actions);
+    if (problem != 0) throw std::system_error(problem, std::generic_category(), all[0]);
+
+    int status = 0;
+    if (waitpid(process, &status, 0) != process) throw std::system_error(errno, std::generic_category());
+    return {ExitStatusOf(status), ContentOf(out), ContentOf(err)};
+}
+
+std::string ContentOf(const std::string& file) {
+    std::ifstream stream(file, std::ios::binary);
+    if (!stream) throw std::runtime_error("cannot read " + file);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+}  // namespace kxjob::testing_support

@@ -1,0 +1,87 @@
+#include <gtest/gtest.h>
+
+#include <cstdint>
+
+#include "kxjob/array.h"
+#include "kxjob/automation_error.h"
+
+namespace kxjob {
+namespace {
+
+constexpr auto kSubscriptOutOfRange = static_cast<std::int32_t>(0x800A0009U);
+
+template <typename Action>
+void ExpectOutOfRange(Action&& action) {
+    try {
+        action();
+    } catch (const AutomationError& error) {
+        EXPECT_EQ(error.Number(), kSubscriptOutOfRange);
+        return;
+    }
+    ADD_FAILURE() << "no error was raised";
+}
+
+RowArray TwoRowsOfThree() {
+    RowArray rows(3);
+    rows.AddRow({"a", 1, Null()});
+    rows.AddRow({"b", 2, 0.5});
+    return rows;
+}
+
+TEST(RowArray, IsIndexedByColumnThenRow) {
+    const RowArray rows = TwoRowsOfThree();
+    EXPECT_EQ(rows.Columns(), 3);
+    EXPECT_EQ(rows.Rows(), 2);
+    EXPECT_EQ(rows.Cell(0, 0), Value("a"));
+    EXPECT_EQ(rows.Cell(2, 0), Value(Null()));
+    EXPECT_EQ(rows.Cell(0, 1), Value("b"));
+    EXPECT_EQ(rows.Cell(1, 1), Value(2));
+    EXPECT_EQ(rows.Cell(2, 1), Value(0.5));
+}
+
+TEST(RowArray, RefusesACellThatItDoesNotHave) {
+    const RowArray rows = TwoRowsOfThree();
+    ExpectOutOfRange([&] { static_cast<void>(rows.Cell(-1, 0)); });
+    ExpectOutOfRange([&] { static_cast<void>(rows.Cell(3, 0)); });
+    ExpectOutOfRange([&] { static_cast<void>(rows.Cell(0, -1)); });
+    ExpectOutOfRange([&] { static_cast<void>(rows.Cell(0, 2)); });
+}
+
+TEST(RowArray, HoldsNoRowAtFirst) {
+    const RowArray rows(2);
+    EXPECT_EQ(rows.Rows(), 0);
+    EXPECT_EQ(rows.Columns(), 2);
+    ExpectOutOfRange([&] { static_cast<void>(rows.Cell(0, 0)); });
+    EXPECT_EQ(RowArray(0).Rows(), 0);
+}
+
+TEST(RowArray, RefusesARowOfAnotherLengthAndStaysAsItWas) {
+    RowArray rows = TwoRowsOfThree();
+    ExpectOutOfRange([&] { rows.AddRow({"c", 3}); });
+    ExpectOutOfRange([&] { rows.AddRow({"c", 3, 1, 2}); });
+    ExpectOutOfRange([&] { rows.AddRow({}); });
+    EXPECT_EQ(rows, TwoRowsOfThree());
+}
+
+TEST(RowArray, CompletesARowWithItsLastCell) {
+    RowArray rows(2);
+    rows.AddCell("a");
+    EXPECT_EQ(rows.Rows(), 0);
+    rows.AddCell(1);
+    EXPECT_EQ(rows.Rows(), 1);
+    EXPECT_EQ(rows.Cell(1, 0), Value(1));
+    rows.AddCell("b");
+    EXPECT_EQ(rows.Rows(), 1);
+    ExpectOutOfRange([&] { static_cast<void>(rows.Cell(0, 1)); });
+}
+
+TEST(RowArray, IsTheSameFilledByCellOrByRow) {
+    RowArray byCell(3);
+    for (const Value& cell : {Value("a"), Value(1), Value(Null()), Value("b"), Value(2), Value(0.5)}) {
+        byCell.AddCell(cell);
+    }
+    EXPECT_EQ(byCell, TwoRowsOfThree());
+}
+
+}  // namespace
+}  // namespace kxjob
