@@ -128,7 +128,7 @@ std::vector<std::string> TakeMethodArguments(std::vector<std::string>& arguments
     const bool isMethodCall =
         arguments.size() > kBefore && arguments[0] == "call" && !arguments[1].starts_with('-');
     if (!isMethodCall) return {};
-    const std::vector<std::string> taken(arguments.begin() + kBefore, arguments.end());
+    std::vector<std::string> taken(arguments.begin() + kBefore, arguments.end());
     arguments.erase(arguments.begin() + kBefore, arguments.end());
     return taken;
 }

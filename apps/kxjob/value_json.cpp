@@ -149,7 +149,7 @@ Value FromJson(const Json& json) {
     if (IsList(json)) return ListFromJson(json);
     if (json == Json{{"empty", true}}) return {};
     throw UsageError(
-        "A JSON object that stands for a value is {\"lower\":n,\"items\":[...]} or {\"empty\":true}.");
+        R"(A JSON object that stands for a value is {"lower":n,"items":[...]} or {"empty":true}.)");
 }
 
 Json ParseJson(const std::string& text) {

@@ -54,7 +54,7 @@ public:
     void Work();
     void Report() const { PrintJobReport(std::cout, store_, jobGuid_); }
     void Sweep();
-    JobProgress::Counts Counts() const { return counts_; }
+    ItemCounts Counts() const { return counts_; }
 
 private:
     Store Tables() const { return {store_.connectionString, store_.provider, store_.nameQualifier}; }
@@ -72,7 +72,7 @@ private:
     JobHelper helper_;
     std::string jobGuid_;
     std::string appStateGuid_;
-    JobProgress::Counts counts_;
+    ItemCounts counts_;
 };
 
 /// Tables, the job type, and the container's two application states, to neither of which the demo's job
@@ -140,6 +140,7 @@ std::vector<DemoItem> Demo::Items() {
     const Value rows =
         helper_.GetJobItems(store_.connectionString, store_.provider, store_.nameQualifier, jobGuid_);
     std::vector<DemoItem> items;
+    items.reserve(static_cast<std::size_t>(rows.Rows().Rows()));
     for (std::int32_t row = 0; row < rows.Rows().Rows(); ++row) {
         items.push_back({rows.Rows().Cell(0, row).ToText(), rows.Rows().Cell(1, row).ToText()});
     }
@@ -155,6 +156,7 @@ void Demo::Work() {
     std::exception_ptr problem;
     std::atomic<int> atWork = threads_;
     std::vector<std::jthread> workers;
+    workers.reserve(static_cast<std::size_t>(threads_));
     for (int i = 1; i <= threads_; ++i) {
         workers.emplace_back([&, i] {
             try {
@@ -170,12 +172,12 @@ void Demo::Work() {
     ProgressBar bar(std::cout, isatty(STDOUT_FILENO) != 0, files_.size());
     while (atWork > 0) {
         std::this_thread::sleep_for(std::chrono::milliseconds(50));
-        bar.Update(progress.Now().Done(), progress.Now().failed);
+        bar.Update(Done(progress.Now()), progress.Now().failed);
     }
     workers.clear();
     progress.Write();
     counts_ = progress.Now();
-    bar.Finish(counts_.Done(), counts_.failed);
+    bar.Finish(Done(counts_), counts_.failed);
     if (problem != nullptr) std::rethrow_exception(problem);
     SetState("COMPLETE");
     std::cout << threads_ << " tasks took " << DoubleText(timer.Duration()) << " s.\n\n";

@@ -1,9 +1,8 @@
 #include "demo/demo_files.h"
 
-#include <stdlib.h>  // mkdtemp is POSIX
-
 #include <algorithm>
 #include <cerrno>
+#include <cstdlib>
 #include <system_error>
 
 namespace kxjob::command {

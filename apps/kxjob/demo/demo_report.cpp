@@ -17,6 +17,7 @@ void PrintRows(std::ostream& out, const std::string& title, const std::vector<st
     TextTable table(header);
     for (std::int32_t row = 0; !result.IsEmpty() && row < result.Rows().Rows(); ++row) {
         std::vector<std::string> cells;
+        cells.reserve(columns.size());
         for (const std::int32_t column : columns)
             cells.push_back(result.Rows().Cell(column, row).ToJoinedText());
         table.AddRow(std::move(cells));

@@ -9,6 +9,6 @@ namespace kxjob::command {
 
 /// Prints what the store says of a job, read back through JobHelper: statistics, item states, owners, tasks,
 /// a few results, and the failure notes.
-void PrintJobReport(std::ostream& out, const StoreConnection& connection, const std::string& jobGuid);
+void PrintJobReport(std::ostream& out, const StoreConnection& store, const std::string& jobGuid);
 
 }  // namespace kxjob::command

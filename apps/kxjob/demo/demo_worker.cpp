@@ -29,8 +29,10 @@ std::string UserName() {
 /// One thread's work on one job.
 class Worker {
 public:
-    Worker(const StoreConnection& connection, std::string jobGuid, const std::string& progId)
-        : connection_(connection), jobGuid_(std::move(jobGuid)), component_(CreateComponent(progId)) {}
+    Worker(StoreConnection connection, std::string jobGuid, const std::string& progId)
+        : connection_(std::move(connection)),
+          jobGuid_(std::move(jobGuid)),
+          component_(CreateComponent(progId)) {}
 
     void Register(const std::string& description) {
         task_ = helper_.RegisterJobTask(connection_.connectionString, connection_.nameQualifier, description,
@@ -47,7 +49,7 @@ private:
         helper_.UpdateJobItemStatus(connection_.connectionString, connection_.provider,
                                     connection_.nameQualifier, item.guid, state, start, end, task_);
     }
-    void KeepDigest(const DemoItem& item, const std::string& digest) {
+    void KeepDigest(const DemoItem& item, const std::string& digest) const {
         Store store(connection_.connectionString, connection_.provider, connection_.nameQualifier);
         store.Execute("UPDATE " + store.Table("JobItem") + " SET data = " + store.Literal(digest) +
                       " WHERE jobitemguid = " + store.Literal(item.guid));

@@ -13,8 +13,8 @@ constexpr std::size_t kItemsBetweenWrites = 100;
 
 }  // namespace
 
-JobProgress::JobProgress(const StoreConnection& connection, std::string jobGuid)
-    : connection_(connection), jobGuid_(std::move(jobGuid)), startTime_(NowISODateTime()) {}
+JobProgress::JobProgress(StoreConnection connection, std::string jobGuid)
+    : connection_(std::move(connection)), jobGuid_(std::move(jobGuid)), startTime_(NowISODateTime()) {}
 
 void JobProgress::ItemEnded(bool succeeded, const std::string& endTime) {
     const std::lock_guard lock(mutex_);
@@ -24,7 +24,7 @@ void JobProgress::ItemEnded(bool succeeded, const std::string& endTime) {
     lastEnd_ = now;
     lastCompletion_ = endTime;
     ++(succeeded ? counts_.succeeded : counts_.failed);
-    if (counts_.Done() % kItemsBetweenWrites == 0) {
+    if (Done(counts_) % kItemsBetweenWrites == 0) {
         Store(connection_.connectionString, connection_.provider, connection_.nameQualifier)
             .Execute(UpdateStatement());
     }
@@ -36,7 +36,7 @@ void JobProgress::Write() {
         .Execute(UpdateStatement());
 }
 
-JobProgress::Counts JobProgress::Now() const {
+ItemCounts JobProgress::Now() const {
     const std::lock_guard lock(mutex_);
     return counts_;
 }
@@ -46,7 +46,7 @@ std::string JobProgress::UpdateStatement() const {
     return fmt::format(
         "UPDATE {} SET nextjobitem = {}, succeededitemcount = {}, faileditemcount = {}, startdt = {},"
         " lastcompletiondt = {}, sumoftimeincsq = {} WHERE jobguid = {}",
-        store.Table("job"), counts_.Done(), counts_.succeeded, counts_.failed, store.Literal(startTime_),
+        store.Table("job"), Done(counts_), counts_.succeeded, counts_.failed, store.Literal(startTime_),
         lastCompletion_.empty() ? "NULL" : store.Literal(lastCompletion_),
         DoubleText(sumOfSquaredIncrements_), store.Literal(jobGuid_));
 }

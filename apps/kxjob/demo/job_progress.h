@@ -10,24 +10,29 @@
 
 namespace kxjob::command {
 
+/// How many items have ended.
+struct ItemCounts {
+    std::size_t succeeded = 0;
+    std::size_t failed = 0;
+};
+
+inline std::size_t Done(const ItemCounts& counts) {
+    return counts.succeeded + counts.failed;
+}
+
 /// The counters of a job that several threads work on: counted in memory, written to the job's row every so
 /// often and at the end. The increments of time between completions go in squared, as the statistics want
 /// them.
 class JobProgress {
 public:
-    JobProgress(const StoreConnection& connection, std::string jobGuid);
+    JobProgress(StoreConnection connection, std::string jobGuid);
 
     /// An item has ended, at `endTime` as ISO text. On any thread.
     void ItemEnded(bool succeeded, const std::string& endTime);
     /// Writes the counters as they are now.
     void Write();
 
-    struct Counts {
-        std::size_t succeeded = 0;
-        std::size_t failed = 0;
-        std::size_t Done() const { return succeeded + failed; }
-    };
-    Counts Now() const;
+    ItemCounts Now() const;
 
 private:
     std::string UpdateStatement() const;
@@ -36,7 +41,7 @@ private:
     std::string jobGuid_;
     std::string startTime_;
     mutable std::mutex mutex_;
-    Counts counts_;
+    ItemCounts counts_;
     std::string lastCompletion_;
     double sumOfSquaredIncrements_ = 0;
     std::chrono::steady_clock::time_point lastEnd_ = std::chrono::steady_clock::now();

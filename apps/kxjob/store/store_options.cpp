@@ -12,7 +12,8 @@ void StoreOptions::AddTo(CLI::App& command) {
 }
 
 StoreConnection StoreOptions::Resolve() const {
-    StoreConnection store = NamesStore() ? StoreConnection{*connection_, dspSqlite, {}} : ConfiguredConnection();
+    StoreConnection store =
+        connection_ ? StoreConnection{*connection_, dspSqlite, {}} : ConfiguredConnection();
     store.provider = provider_.value_or(store.provider);
     store.nameQualifier = qualifier_.value_or(store.nameQualifier);
     return store;

@@ -26,7 +26,8 @@ std::string PartsText(double milliseconds) {
     constexpr std::int64_t kDay = 24 * kHour;
     const auto total = static_cast<std::int64_t>(milliseconds);
     std::string text;
-    if (total >= kDay) text += DaysText(static_cast<double>(total / kDay)) + " ";
+    const std::int64_t days = total / kDay;
+    if (days > 0) text += DaysText(static_cast<double>(days)) + " ";
     if (total >= kHour) text += std::to_string(total % kDay / kHour) + " h ";
     if (total >= kMinute) text += std::to_string(total % kHour / kMinute) + " min ";
     return text + DoubleText(static_cast<double>(total % kMinute) / 1000) + " s";
