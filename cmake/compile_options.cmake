@@ -4,7 +4,7 @@ target_compile_options(kxjob_warnings INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast -Wnon-virtual-dtor
     -Woverloaded-virtual -Wcast-align -Wduplicated-cond -Wimplicit-fallthrough
     # g++ 12 sees these where the standard library's own code is inlined, and they are not there.
-    -Wno-restrict -Wno-array-bounds -Wno-maybe-uninitialized
+    -Wno-restrict -Wno-array-bounds -Wno-stringop-overflow -Wno-maybe-uninitialized
     $<$<BOOL:${KXJOB_WARNINGS_AS_ERRORS}>:-Werror>)
 
 if(KXJOB_SANITIZER)

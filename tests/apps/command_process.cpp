@@ -5,7 +5,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
@@ -41,17 +40,6 @@ int ExitStatusOf(int status) {
 }
 
 }  // namespace
-
-TemporaryFolder::TemporaryFolder() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "kxjob-XXXXXX").string();
-    if (mkdtemp(pattern.data()) == nullptr) throw std::system_error(errno, std::generic_category());
-    path_ = pattern;
-}
-
-TemporaryFolder::~TemporaryFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-}
 
 Finished RunCommand(const TemporaryFolder& folder, const std::vector<std::string>& arguments,
                     const std::map<std::string, std::string>& environment) {

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "files/temporary_folder.h"
+
 namespace kxjob::testing_support {
 
 /// What a process left behind.
@@ -11,20 +13,6 @@ struct Finished {
     int exitStatus = -1;  // 128 and more: ended by a signal
     std::string out;
     std::string err;
-};
-
-/// A folder of its own for each test, removed with all that is in it.
-class TemporaryFolder {
-public:
-    TemporaryFolder();
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-    ~TemporaryFolder();
-
-    std::string File(const std::string& name) const { return path_ + "/" + name; }
-
-private:
-    std::string path_;
 };
 
 /// Runs the kxjob command to its end; `environment` is added to the test's own.

@@ -1,14 +1,14 @@
 #include <gtest/gtest.h>
-#include <stdlib.h>  // mkdtemp and setenv are POSIX
+#include <stdlib.h>  // setenv is POSIX
 
 #include <algorithm>
-#include <filesystem>
 #include <fstream>
 #include <string>
 #include <vector>
 
 #include "collaborators/this_thread.h"
 #include "composition/counting_collaborators.h"
+#include "files/temporary_folder.h"
 #include "journal/journaling_collaborators.h"
 #include "kxjob/call_journal.h"
 #include "kxjob/job_helper.h"
@@ -23,6 +23,7 @@ using testing_support::CountingCollaborators;
 using testing_support::EveryMethod;
 using testing_support::MethodCall;
 using testing_support::SeedStore;
+using testing_support::TemporaryFolder;
 
 constexpr std::int32_t kInjectedNumber = -123456;
 constexpr const char* kInjectedSource = "the test";
@@ -55,15 +56,14 @@ private:
 class World {
 public:
     explicit World(FailingSink& sink) {
-        std::string pattern = (std::filesystem::temp_directory_path() / "kxjob-XXXXXX").string();
-        folder_ = mkdtemp(pattern.data());
-        connectionString = "Driver=SQLite;Database=" + (folder_ / "seeded.db").string();
+        connectionString = "Driver=SQLite;Database=" + folder_.File("seeded.db");
         InstallCollaborators(nullptr);
         SeedStore(connectionString, "kx_");
-        std::ofstream(folder_ / "kxjob.conf")
-            << "ADOConnectionString = " << connectionString
-            << "\nProvider = 5\nNameSpaceQualifier = kx_\nlog.file = " << (folder_ / "log").string() << "\n";
-        setenv("KXJOB_CONFIG", (folder_ / "kxjob.conf").c_str(), 1);
+        const std::string configuration = folder_.File("kxjob.conf");
+        std::ofstream(configuration) << "ADOConnectionString = " << connectionString
+                                     << "\nProvider = 5\nNameSpaceQualifier = kx_\nlog.file = "
+                                     << folder_.File("log") << "\n";
+        setenv("KXJOB_CONFIG", configuration.c_str(), 1);
         InstallCollaborators(std::make_shared<JournalingCollaborators>(
             std::make_shared<CountingCollaborators>(MakePlatformCollaborators(), census), sink));
     }
@@ -72,15 +72,13 @@ public:
     ~World() {
         InstallCollaborators(nullptr);
         unsetenv("KXJOB_CONFIG");
-        std::error_code ignored;
-        std::filesystem::remove_all(folder_, ignored);
     }
 
     std::string connectionString;
     std::shared_ptr<Census> census = std::make_shared<Census>();
 
 private:
-    std::filesystem::path folder_;
+    TemporaryFolder folder_;
 };
 
 struct SweepCase {

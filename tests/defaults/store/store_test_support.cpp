@@ -3,24 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
-#include <random>
 
 #include "defaults/store/create_database_file.h"
 #include "kxjob/array.h"
 
 namespace kxjob::testing_support {
-
-TemporaryFolder::TemporaryFolder() {
-    std::random_device random;
-    do {
-        path_ = std::filesystem::temp_directory_path() / ("kxjob_store_" + std::to_string(random()));
-    } while (!std::filesystem::create_directory(path_));
-}
-
-TemporaryFolder::~TemporaryFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-}
 
 TemporaryDatabase::TemporaryDatabase() {
     CreateDatabaseFile(ConnectionString());

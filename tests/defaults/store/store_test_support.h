@@ -1,28 +1,14 @@
 #pragma once
 
-#include <filesystem>
 #include <functional>
 #include <string>
 #include <vector>
 
+#include "files/temporary_folder.h"
 #include "kxjob/automation_error.h"
 #include "kxjob/value.h"
 
 namespace kxjob::testing_support {
-
-/// A folder of its own for one test, removed with everything in it.
-class TemporaryFolder {
-public:
-    TemporaryFolder();
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-    ~TemporaryFolder();
-
-    std::filesystem::path Path(const std::string& name) const { return path_ / name; }
-
-private:
-    std::filesystem::path path_;
-};
 
 /// An empty SQLite database in a folder of its own.
 class TemporaryDatabase {
