@@ -116,7 +116,8 @@ public:
                            std::string JobGUID);
     /// Removes every job that belongs neither to the production nor to the development state of the
     /// container, then the items and tasks without a job. Sweeps the one container that the arguments
-    /// designate.
+    /// designate. With an empty qualifier, what it finds is removed by RemoveJobAndItems from the store of
+    /// the configuration.
     void RemoveIrrelevantJobsInAllContainers(std::string ConnectionString, DataStoreProvider Provider,
                                              std::string NameQualifier);
     /// The same for the two application states given; a null GUID as `ProductionStateGUID` means no such

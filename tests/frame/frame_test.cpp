@@ -281,6 +281,14 @@ TEST_F(ErrorHandler, ReportsAnyOtherExceptionAsAnInternalError) {
         {"Probe"});
 }
 
+TEST_F(ErrorHandler, ReportsWhatIsNoExceptionAsAnInternalError) {
+    EXPECT_CALL(guard, CheckParameter).WillOnce(Throw(42));
+
+    ExpectPassedOn([] { FailingMethod("Probe"); },
+                   AutomationError(static_cast<std::int32_t>(0x800A0033U), "Job_83", "Internal error"),
+                   {"Probe"});
+}
+
 class ExplainedErrors : public ErrorHandler {
 protected:
     static void ExplainedMethod() {
