@@ -45,11 +45,11 @@ void ReadArgument(const std::string& text, std::string& argument) {
 }
 
 void ReadArgument(const std::string& text, std::int32_t& argument) {
-    if (!IsNumber(text, argument)) throw UsageError("It wants a whole number that fits 32 bits.");
+    if (!IsNumber(text, argument)) throw UsageError("it must be a whole number that fits 32 bits.");
 }
 
 void ReadArgument(const std::string& text, double& argument) {
-    if (!IsNumber(text, argument) || !std::isfinite(argument)) throw UsageError("It wants a number.");
+    if (!IsNumber(text, argument) || !std::isfinite(argument)) throw UsageError("it must be a number.");
 }
 
 void ReadArgument(const std::string& text, bool& argument) {
@@ -59,7 +59,7 @@ void ReadArgument(const std::string& text, bool& argument) {
     } else if (isOneOf("false", "no", "0")) {
         argument = false;
     } else {
-        throw UsageError("It wants true or false.");
+        throw UsageError("it must be true or false.");
     }
 }
 
@@ -70,11 +70,11 @@ void ReadArgument(const std::string& text, Value& argument) {
 
 void ReadArgument(const std::string& text, Collection& argument) {
     const Json json = ParseJson(text);
-    if (!json.is_object()) throw UsageError("It wants a JSON object.");
+    if (!json.is_object()) throw UsageError("it must be a JSON object.");
     try {
         for (const auto& [key, item] : json.items()) argument.Add(FromJson(item), key);
     } catch (const AutomationError&) {
-        throw UsageError("Two of its members have the same name, whose letter case does not count.");
+        throw UsageError("two of its members have the same name; letter case does not count.");
     }
 }
 

@@ -25,7 +25,7 @@ void ReadGiven(const GivenArguments& given, const MethodArgument& argument, T& v
     try {
         ReadArgument(found->second, variable);
     } catch (const UsageError& error) {
-        throw UsageError("--" + argument.name + ": " + error.what());
+        throw UsageError("The value of --" + argument.name + " is wrong: " + error.what());
     }
 }
 

@@ -6,6 +6,7 @@
 #include <limits>
 #include <memory>
 #include <type_traits>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -63,13 +64,13 @@ const Json& ItemsOf(const Json& list) {
 std::int32_t LowerBoundOf(const Json& list) {
     if (list.is_array()) return 0;
     const Value lower = FromJson(list["lower"]);
-    if (!lower.IsInt32()) throw UsageError("The lower bound of an array is a whole number of 32 bits.");
+    if (!lower.IsInt32()) throw UsageError("the lower bound of an array is a whole number of 32 bits.");
     return lower.ToInt32();
 }
 
 /// The dimensions of the array that a list stands for: its own, then those that all its items have in common.
 Shape ShapeOf(const Json& list, std::size_t depth) {
-    if (depth == kMostDimensions) throw UsageError("Arrays in JSON are nested at most 60 deep.");
+    if (depth == kMostDimensions) throw UsageError("arrays are nested at most 60 deep.");
     const Json& items = ItemsOf(list);
     Shape shape{{LowerBoundOf(list), static_cast<std::int32_t>(items.size())}};
     Shape common;
@@ -83,9 +84,10 @@ Shape ShapeOf(const Json& list, std::size_t depth) {
 }
 
 void Fill(Array& array, Index& index, const Json& list) {
-    std::int32_t place = array.Dimensions()[index.size()].lowerBound;
+    const std::int32_t lowerBound = array.Dimensions()[index.size()].lowerBound;
+    std::int32_t place = 0;
     for (const Json& item : ItemsOf(list)) {
-        index.push_back(place++);
+        index.push_back(lowerBound + place++);
         if (index.size() == array.Dimensions().size()) {
             array.At(index) = FromJson(item);
         } else {
@@ -95,8 +97,16 @@ void Fill(Array& array, Index& index, const Json& list) {
     }
 }
 
+Array ArrayOf(Shape shape) {
+    try {
+        return Array(std::move(shape));
+    } catch (const AutomationError&) {
+        throw UsageError("the indexes of an array are whole numbers of 32 bits.");
+    }
+}
+
 Value ListFromJson(const Json& list) {
-    Array array(ShapeOf(list, 0));
+    Array array = ArrayOf(ShapeOf(list, 0));
     Index index;
     Fill(array, index, list);
     return array;
@@ -149,12 +159,12 @@ Value FromJson(const Json& json) {
     if (IsList(json)) return ListFromJson(json);
     if (json == Json{{"empty", true}}) return {};
     throw UsageError(
-        R"(A JSON object that stands for a value is {"lower":n,"items":[...]} or {"empty":true}.)");
+        R"(a JSON object that stands for a value is {"lower":n,"items":[...]} or {"empty":true}.)");
 }
 
 Json ParseJson(const std::string& text) {
     Json json = Json::parse(text, nullptr, false);
-    if (json.is_discarded()) throw UsageError("This is no JSON.");
+    if (json.is_discarded()) throw UsageError("it is no JSON.");
     return json;
 }
 

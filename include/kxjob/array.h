@@ -42,13 +42,16 @@ public:
         friend bool operator==(const Dimension&, const Dimension&) = default;
     };
 
-    /// All elements Empty. Raises 0x800A0009 without a dimension or with a negative count.
+    /// All elements Empty. Raises 0x800A0009 without a dimension, with a negative
+    /// count, or when an index would need more than 32 bits.
     explicit Array(std::vector<Dimension> dimensions);
     /// One dimension that holds `items`, the first at `lowerBound`.
     static Array List(std::vector<Value> items, std::int32_t lowerBound = 0);
 
     std::span<const Dimension> Dimensions() const { return dimensions_; }
     std::size_t ElementCount() const { return elements_.size(); }
+    /// All of them, the last index running fastest.
+    std::span<const Value> Elements() const { return elements_; }
     /// One index a dimension, counted from its lower bound. Raises 0x800A0009 when out of range.
     const Value& At(std::span<const std::int32_t> index) const { return elements_[Offset(index)]; }
     Value& At(std::span<const std::int32_t> index) { return elements_[Offset(index)]; }

@@ -8,6 +8,18 @@
 
 namespace kxjob {
 
+namespace {
+
+/// Every index must be a 32-bit number.
+void RequireSound(const Array::Dimension& dimension) {
+    const std::int64_t upperBound = std::int64_t{dimension.lowerBound} + dimension.count - 1;
+    if (dimension.count < 0 || upperBound > std::numeric_limits<std::int32_t>::max()) {
+        RaiseRuntimeError(error_number::kSubscriptOutOfRange);
+    }
+}
+
+}  // namespace
+
 std::int32_t RowArray::Rows() const {
     return columns_ == 0 ? 0 : static_cast<std::int32_t>(cells_.size() / static_cast<std::size_t>(columns_));
 }
@@ -30,7 +42,7 @@ Array::Array(std::vector<Dimension> dimensions) : dimensions_(std::move(dimensio
     if (dimensions_.empty()) RaiseRuntimeError(error_number::kSubscriptOutOfRange);
     std::size_t count = 1;
     for (const Dimension& dimension : dimensions_) {
-        if (dimension.count < 0) RaiseRuntimeError(error_number::kSubscriptOutOfRange);
+        RequireSound(dimension);
         count *= static_cast<std::size_t>(dimension.count);
     }
     elements_.resize(count);
@@ -42,6 +54,7 @@ Array Array::List(std::vector<Value> items, std::int32_t lowerBound) {
     }
     Array list({{lowerBound, 0}});
     list.dimensions_[0].count = static_cast<std::int32_t>(items.size());
+    RequireSound(list.dimensions_[0]);
     list.elements_ = std::move(items);
     return list;
 }

@@ -26,9 +26,8 @@ void RequireNoKvr(Frame& frame, const std::string& connectionString, DataStorePr
     const Value subsystems =
         schema.Call("ListOfContainerSubSystems", {connectionString, provider, nameQualifier});
     const Array& list = frame.Use(subsystems).General();
-    const Array::Dimension range = list.Dimensions().front();
-    for (std::int32_t i = range.lowerBound; i < range.lowerBound + range.count; ++i) {
-        if (IsKvrRunning(frame, connectionString, provider, nameQualifier, list.At(i).ToJoinedText())) {
+    for (const Value& subsystem : list.Elements()) {
+        if (IsKvrRunning(frame, connectionString, provider, nameQualifier, subsystem.ToJoinedText())) {
             frame.Raise(
                 854,
                 "Unable to create '" + jobTypeId +

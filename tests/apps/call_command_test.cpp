@@ -142,7 +142,7 @@ TEST_P(CallUsage, IsRefusedWithOneSentenceAndNothingElse) {
     EXPECT_EQ(finished.err, std::string(GetParam().sentence) + "\n");
 }
 
-constexpr const char* kNoJson = "--IdentifierGUIDs: This is no JSON.";
+constexpr const char* kNoJson = "The value of --IdentifierGUIDs is wrong: it is no JSON.";
 
 /// All that CreateSimpleJobItems wants, its array as given.
 WrongUsage WrongArray(const char* meaning, const char* array, const char* sentence) {
@@ -157,13 +157,13 @@ WrongUsage WrongBoolean(const char* meaning, const char* boolean) {
     return {meaning,
             {"call", "UnRegisterJobTaskIndicatingStatus", "--ConnectionString", "x", "--NameQualifier", "",
              "--JobTaskGUID", "t", "--Succeeded", boolean},
-            "--Succeeded: It wants true or false."};
+            "The value of --Succeeded is wrong: it must be true or false."};
 }
 
 WrongUsage WrongProvider(const char* meaning, const char* provider) {
     return {meaning,
             {"call", "GetJob", "--ConnectionString", "x", "--Provider", provider, "--NameQualifier", ""},
-            "--Provider: It wants a whole number that fits 32 bits."};
+            "The value of --Provider is wrong: it must be a whole number that fits 32 bits."};
 }
 
 WrongUsage WrongOptions(const char* meaning, const char* options, const char* sentence) {
@@ -214,17 +214,22 @@ INSTANTIATE_TEST_SUITE_P(
             "a duration that is no number",
             {"call", "GetNewLockExcludingInterlopers", "--ConnectionString", "x", "--NameQualifier", "",
              "--JobGUID", "j", "--JobTaskGUID", "t", "--OldLockGUID", "o", "--NewLockDuration", "1,5"},
-            "--NewLockDuration: It wants a number."},
+            "The value of --NewLockDuration is wrong: it must be a number."},
         WrongBoolean("an empty Boolean", ""), WrongBoolean("a number as Boolean", "2"),
         WrongArray("an array that does not end", "[1", kNoJson),
         WrongArray("a brace that is no JSON", "{x", kNoJson),
         WrongArray("a GUID that is too short", "{01234567-89AB-CDEF-0123-456789ABCDE}", kNoJson),
         WrongArray(
             "an object that is no value", R"({"a":1})",
-            R"(--IdentifierGUIDs: A JSON object that stands for a value is {"lower":n,"items":[...]} or )"
+            R"(The value of --IdentifierGUIDs is wrong: a JSON object that stands for a value is {"lower":n,"items":[...]} or )"
             R"({"empty":true}.)"),
-        WrongOptions("options that are no JSON", "a=b", "--providerOptions: This is no JSON."),
-        WrongOptions("options that are no object", "[]", "--providerOptions: It wants a JSON object."),
+        WrongArray("an array with indexes of more than 32 bits", R"({"lower":2147483647,"items":[1,2]})",
+                   "The value of --IdentifierGUIDs is wrong: the indexes of an array are whole numbers of 32 "
+                   "bits."),
+        WrongOptions("options that are no JSON", "a=b",
+                     "The value of --providerOptions is wrong: it is no JSON."),
+        WrongOptions("options that are no object", "[]",
+                     "The value of --providerOptions is wrong: it must be a JSON object."),
         WrongUsage{"journal without a file",
                    {"call", "Version", "--explain"},
                    "The argument --explain has no value."},

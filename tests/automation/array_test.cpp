@@ -76,6 +76,13 @@ TEST(Array, RefusesToBeWithoutADimensionOrOfANegativeSize) {
     ExpectOutOfRange([] { const Array array({{0, 2}, {0, -1}}); });
 }
 
+TEST(Array, RefusesIndexesOfMoreThan32Bits) {
+    constexpr std::int32_t kLast = std::numeric_limits<std::int32_t>::max();
+    EXPECT_EQ(Array::List({1}, kLast).At(kLast), Value(1));
+    EXPECT_THROW(Array::List({1, 2}, kLast), AutomationError);
+    EXPECT_THROW(Array({{kLast - 1, 3}}), AutomationError);
+}
+
 TEST(Array, WantsOneIndexForEachDimension) {
     const Array array({{0, 2}, {0, 2}});
     ExpectOutOfRange([&] { static_cast<void>(array.At(0)); });
