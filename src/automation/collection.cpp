@@ -4,23 +4,14 @@
 #include <iterator>
 #include <utility>
 
+#include "automation/letter_case.h"
 #include "automation/runtime_error.h"
 #include "kxjob/automation_error.h"
 
 namespace kxjob {
-namespace {
-
-std::string Folded(std::string_view key) {
-    std::string folded(key);
-    std::transform(folded.begin(), folded.end(), folded.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-    return folded;
-}
-
-}  // namespace
 
 void Collection::Add(Value item, std::string_view key) {
-    std::string folded = Folded(key);
+    std::string folded = FoldedCase(key);
     if (folded.empty()) {
         entries_.push_back({std::move(item), {}});
         return;
@@ -40,7 +31,7 @@ const Value& Collection::Item(std::string_view key) const {
 }
 
 bool Collection::Exists(std::string_view key) const {
-    return byKey_.contains(Folded(key));
+    return byKey_.contains(FoldedCase(key));
 }
 
 void Collection::Remove(std::string_view key) {
@@ -50,7 +41,7 @@ void Collection::Remove(std::string_view key) {
 }
 
 std::list<Collection::Entry>::iterator Collection::Find(std::string_view key) const {
-    const auto found = byKey_.find(Folded(key));
+    const auto found = byKey_.find(FoldedCase(key));
     if (found == byKey_.end()) RaiseRuntimeError(error_number::kInvalidCall);
     return found->second;
 }

@@ -14,7 +14,10 @@ constexpr std::size_t kItemsBetweenWrites = 100;
 }  // namespace
 
 JobProgress::JobProgress(StoreConnection connection, std::string jobGuid)
-    : connection_(std::move(connection)), jobGuid_(std::move(jobGuid)), startTime_(NowISODateTime()) {}
+    : store_(std::move(connection.connectionString), connection.provider,
+             std::move(connection.nameQualifier)),
+      jobGuid_(std::move(jobGuid)),
+      startTime_(NowISODateTime()) {}
 
 void JobProgress::ItemEnded(bool succeeded, const std::string& endTime) {
     const std::lock_guard lock(mutex_);
@@ -24,16 +27,12 @@ void JobProgress::ItemEnded(bool succeeded, const std::string& endTime) {
     lastEnd_ = now;
     lastCompletion_ = endTime;
     ++(succeeded ? counts_.succeeded : counts_.failed);
-    if (Done(counts_) % kItemsBetweenWrites == 0) {
-        Store(connection_.connectionString, connection_.provider, connection_.nameQualifier)
-            .Execute(UpdateStatement());
-    }
+    if (Done(counts_) % kItemsBetweenWrites == 0) store_.Execute(UpdateStatement());
 }
 
 void JobProgress::Write() {
     const std::lock_guard lock(mutex_);
-    Store(connection_.connectionString, connection_.provider, connection_.nameQualifier)
-        .Execute(UpdateStatement());
+    store_.Execute(UpdateStatement());
 }
 
 ItemCounts JobProgress::Now() const {
@@ -41,14 +40,13 @@ ItemCounts JobProgress::Now() const {
     return counts_;
 }
 
-std::string JobProgress::UpdateStatement() const {
-    Store store(connection_.connectionString, connection_.provider, connection_.nameQualifier);
+std::string JobProgress::UpdateStatement() {
     return fmt::format(
         "UPDATE {} SET nextjobitem = {}, succeededitemcount = {}, faileditemcount = {}, startdt = {},"
         " lastcompletiondt = {}, sumoftimeincsq = {} WHERE jobguid = {}",
-        store.Table("job"), Done(counts_), counts_.succeeded, counts_.failed, store.Literal(startTime_),
-        lastCompletion_.empty() ? "NULL" : store.Literal(lastCompletion_),
-        DoubleText(sumOfSquaredIncrements_), store.Literal(jobGuid_));
+        store_.Table("job"), Done(counts_), counts_.succeeded, counts_.failed, store_.Literal(startTime_),
+        lastCompletion_.empty() ? "NULL" : store_.Literal(lastCompletion_),
+        DoubleText(sumOfSquaredIncrements_), store_.Literal(jobGuid_));
 }
 
 }  // namespace kxjob::command

@@ -35,9 +35,9 @@ public:
     ItemCounts Now() const;
 
 private:
-    std::string UpdateStatement() const;
+    std::string UpdateStatement();
 
-    StoreConnection connection_;
+    Store store_;  // runs on the connection of the thread that calls
     std::string jobGuid_;
     std::string startTime_;
     mutable std::mutex mutex_;

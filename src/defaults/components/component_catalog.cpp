@@ -4,11 +4,11 @@
 #include <string_view>
 #include <utility>
 
+#include "automation/letter_case.h"
 #include "automation/runtime_error.h"
 #include "defaults/components/command_component.h"
 #include "defaults/components/library_component.h"
 #include "defaults/components/process_registry.h"
-#include "defaults/text/letter_case.h"
 #include "kxjob/automation_error.h"
 
 namespace kxjob {

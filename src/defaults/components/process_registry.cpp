@@ -4,7 +4,7 @@
 #include <unordered_map>
 #include <utility>
 
-#include "defaults/text/letter_case.h"
+#include "automation/letter_case.h"
 #include "kxjob/component_registry.h"
 
 namespace kxjob {

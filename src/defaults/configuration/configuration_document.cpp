@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "automation/letter_case.h"
 #include "defaults/configuration/configuration_error.h"
-#include "defaults/text/letter_case.h"
 #include "defaults/text/trimmed.h"
 
 namespace kxjob {

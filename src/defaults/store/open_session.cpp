@@ -4,12 +4,12 @@
 #include <array>
 #include <string_view>
 
+#include "automation/letter_case.h"
 #include "defaults/store/connection_string.h"
 #include "defaults/store/create_database_file.h"
 #include "defaults/store/data_access_error.h"
 #include "defaults/store/sqlite_opening.h"
 #include "defaults/store/sqlite_session.h"
-#include "defaults/text/letter_case.h"
 
 namespace kxjob {
 namespace {

@@ -1,4 +1,4 @@
-#include "defaults/text/letter_case.h"
+#include "automation/letter_case.h"
 
 #include <algorithm>
 
