@@ -1,14 +1,6 @@
 #include "collaborators/this_thread.h"
 
 namespace kxjob {
-namespace {
-
-std::unique_ptr<ThreadCollaborators>& ThreadSlot() {
-    thread_local std::unique_ptr<ThreadCollaborators> slot;
-    return slot;
-}
-
-}  // namespace
 
 ThreadCollaborators::ThreadCollaborators(std::shared_ptr<CollaboratorFactory> factory)
     : factory_(std::move(factory)), observer_(factory_->MakeMethodObserver()) {}

@@ -55,4 +55,9 @@ ThreadCollaborators& ThisThread();
 /// thread had is released. Not to be called while one of the library's methods runs on the thread.
 void InstallCollaborators(std::shared_ptr<CollaboratorFactory> factory);
 
+/// Where the calling thread keeps its collaborators; null until the first are made or installed. The library
+/// declares it and the build picks who defines it: what a thread owns can be released at its end only in ways
+/// that differ from host to host.
+std::unique_ptr<ThreadCollaborators>& ThreadSlot();
+
 }  // namespace kxjob
