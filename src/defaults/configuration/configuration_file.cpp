@@ -2,23 +2,23 @@
 
 #include <array>
 #include <cstddef>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 
 #include "defaults/configuration/configuration_error.h"
+#include "defaults/configuration/environment_variable.h"
+#include "defaults/configuration/usual_places.h"
 
 namespace kxjob {
 namespace {
 
-/// The value of an environment variable; empty when it is not set.
-std::string Variable(const char* name) {
-    const char* value = std::getenv(name);
-    return value == nullptr ? std::string() : std::string(value);
+/// A name in UTF-8 as the file system takes it.
+std::filesystem::path PathOf(const std::string& name) {
+    return std::u8string(name.begin(), name.end());
 }
 
 std::string ReadWhole(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
+    std::ifstream file(PathOf(path), std::ios::binary);
     std::string text;
     std::array<char, 4096> piece{};
     while (file.read(piece.data(), piece.size()) || file.gcount() > 0) {
@@ -31,25 +31,16 @@ std::string ReadWhole(const std::string& path) {
 
 bool IsThere(const std::string& path) {
     std::error_code ignored;
-    const std::filesystem::file_status status = std::filesystem::status(path, ignored);
+    const std::filesystem::file_status status = std::filesystem::status(PathOf(path), ignored);
     return std::filesystem::exists(status) && !std::filesystem::is_directory(status);
 }
 
 }  // namespace
 
 std::vector<std::string> ConfigurationPlaces() {
-    const std::string named = Variable("KXJOB_CONFIG");
+    const std::string named = VariableValue("KXJOB_CONFIG");
     if (!named.empty()) return {named};
-    std::vector<std::string> places{"./kxjob.conf"};
-    const std::string configurationHome = Variable("XDG_CONFIG_HOME");
-    const std::string home = Variable("HOME");
-    if (!configurationHome.empty()) {
-        places.push_back(configurationHome + "/kxjob/kxjob.conf");
-    } else if (!home.empty()) {
-        places.push_back(home + "/.config/kxjob/kxjob.conf");
-    }
-    places.emplace_back("/etc/kxjob.conf");
-    return places;
+    return UsualPlaces();
 }
 
 std::optional<std::string> FirstTextAmong(const std::vector<std::string>& places) {
@@ -61,7 +52,7 @@ std::optional<std::string> FirstTextAmong(const std::vector<std::string>& places
 
 std::optional<std::string> ConfigurationText() {
     std::optional<std::string> text = FirstTextAmong(ConfigurationPlaces());
-    const std::string named = Variable("KXJOB_CONFIG");
+    const std::string named = VariableValue("KXJOB_CONFIG");
     if (!text && !named.empty()) {
         RaiseConfigurationError("KXJOB_CONFIG names the configuration file " + named +
                                 ", which cannot be read");

@@ -6,8 +6,8 @@
 
 namespace kxjob {
 
-/// Where a configuration file may be, the first place first. A file that `KXJOB_CONFIG` names is the only
-/// place.
+/// Where a configuration file may be, the first place first, in UTF-8. A file that `KXJOB_CONFIG` names is
+/// the only place.
 std::vector<std::string> ConfigurationPlaces();
 
 /// The text of the first file among `places`; nothing when there is none. A file that is there but cannot be

@@ -1,9 +1,9 @@
 #include "defaults/system/clock_random_source.h"
 
-#include <unistd.h>
-
 #include <chrono>
 #include <cstdint>
+
+#include "defaults/system/own_ids.h"
 
 namespace kxjob {
 namespace {
@@ -31,8 +31,8 @@ void ClockRandomSource::SeedFromTimer() {
                         High(steady),
                         Low(system),
                         High(system),
-                        static_cast<std::uint32_t>(getpid()),
-                        static_cast<std::uint32_t>(gettid())};
+                        static_cast<std::uint32_t>(OwnProcessId()),
+                        static_cast<std::uint32_t>(OwnThreadId())};
     engine_.seed(seeds);
 }
 

@@ -1,12 +1,10 @@
 #include "defaults/system/file_trace_log.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <string_view>
 #include <utility>
 
 #include "automation/runtime_error.h"
+#include "defaults/system/line_output.h"
 #include "kxjob/automation_error.h"
 #include "kxjob/value.h"
 
@@ -37,11 +35,6 @@ std::string OneLine(std::string_view text) {
     return line;
 }
 
-/// Hands the line over in one call: what several calls wrote could get other writers' lines in between.
-bool WriteWhole(int descriptor, const std::string& line) {
-    return write(descriptor, line.data(), line.size()) == static_cast<ssize_t>(line.size());
-}
-
 }  // namespace
 
 FileTraceLog::FileTraceLog(std::string file, std::int32_t highestLevel)
@@ -53,13 +46,14 @@ void FileTraceLog::Write(const std::string& message, std::int32_t& level, const 
     std::string words = times_.NowISODateTime() + " " + std::to_string(level) + " ";
     words += project + "." + className + "." + method + " " + message;
     const std::string line = OneLine(words);
-    if (!file_.empty() && AppendToFile(line)) return;
+    // Opened for each line, so that a log that was moved away starts anew.
+    if (!file_.empty() && AppendToFile(file_, line)) return;
     if (!file_.empty() && !hasComplained_) {
         hasComplained_ = true;
-        WriteWhole(STDERR_FILENO,
-                   OneLine("The log file " + file_ + " cannot be written: what it misses follows here."));
+        WriteToStandardError(
+            OneLine("The log file " + file_ + " cannot be written: what it misses follows here."));
     }
-    WriteWhole(STDERR_FILENO, line);
+    WriteToStandardError(line);
 }
 
 std::string FileTraceLog::VersionOf(const ComponentRef& application) {
@@ -68,17 +62,6 @@ std::string FileTraceLog::VersionOf(const ComponentRef& application) {
     version += application->Get("Minor").ToText() + ".";
     version += application->Get("Revision").ToText() + ".0";
     return version;
-}
-
-bool FileTraceLog::AppendToFile(const std::string& line) const {
-    // Opened for each line, so that a log that was moved away starts anew.
-    constexpr mode_t kReadableToTheGroup = 0640;
-    const int descriptor =
-        open(file_.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, kReadableToTheGroup);
-    if (descriptor < 0) return false;
-    const bool isWritten = WriteWhole(descriptor, line);
-    close(descriptor);
-    return isWritten;
 }
 
 }  // namespace kxjob

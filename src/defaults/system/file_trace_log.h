@@ -22,8 +22,6 @@ public:
     std::string VersionOf(const ComponentRef& application) override;
 
 private:
-    bool AppendToFile(const std::string& line) const;
-
     std::string file_;
     std::int32_t highestLevel_;
     SystemTimeService times_;

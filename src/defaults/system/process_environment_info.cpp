@@ -1,61 +1,35 @@
 #include "defaults/system/process_environment_info.h"
 
-#include <pwd.h>
-#include <unistd.h>
+#include <cstddef>
 
-#include <array>
-#include <vector>
+#include "defaults/system/own_ids.h"
+#include "defaults/system/own_names.h"
 
 namespace kxjob {
-namespace {
-
-/// Reads a name with one of the calls that fill a buffer and end the text with NUL.
-std::string SystemName(int (*read)(char*, std::size_t)) {
-    std::array<char, 257> buffer{};  // the last NUL stays whatever the call does
-    if (read(buffer.data(), buffer.size() - 1) != 0) return {};
-    return buffer.data();
-}
-
-std::string HostName() {
-    return SystemName(gethostname);
-}
-
-}  // namespace
 
 std::string HostPart(const std::string& hostName) {
     return hostName.substr(0, hostName.find('.'));
 }
 
-std::string DomainPart(const std::string& hostName, const std::string& nisDomain) {
+std::string DomainPart(const std::string& hostName) {
     const std::size_t dot = hostName.find('.');
-    if (dot != std::string::npos && dot + 1 < hostName.size()) return hostName.substr(dot + 1);
-    const bool hasNisDomain = !nisDomain.empty() && nisDomain != "(none)";  // the kernel's word for none
-    return hasNisDomain ? nisDomain : "local";
-}
-
-std::string UserName(uid_t user) {
-    constexpr std::size_t kRoomForOneEntry = 16'384;
-    std::vector<char> buffer(kRoomForOneEntry);
-    passwd entry{};
-    passwd* found = nullptr;
-    const int problem = getpwuid_r(user, &entry, buffer.data(), buffer.size(), &found);
-    return problem == 0 && found != nullptr ? std::string(found->pw_name) : std::to_string(user);
+    return dot != std::string::npos && dot + 1 < hostName.size() ? hostName.substr(dot + 1) : "local";
 }
 
 std::int32_t ProcessEnvironmentInfo::ProcessId() {
-    return getpid();
+    return OwnProcessId();
 }
 
 std::int32_t ProcessEnvironmentInfo::ThreadId() {
-    return gettid();
+    return OwnThreadId();
 }
 
 std::string ProcessEnvironmentInfo::FirstMachineText() {
-    return DomainPart(HostName(), SystemName(getdomainname));
+    return DomainPart(OwnHostName());
 }
 
 std::string ProcessEnvironmentInfo::SecondMachineText() {
-    return HostPart(HostName());
+    return HostPart(OwnHostName());
 }
 
 std::string ProcessEnvironmentInfo::FirstUserText() {
@@ -63,7 +37,7 @@ std::string ProcessEnvironmentInfo::FirstUserText() {
 }
 
 std::string ProcessEnvironmentInfo::SecondUserText() {
-    return UserName(geteuid());
+    return OwnUserName();
 }
 
 }  // namespace kxjob

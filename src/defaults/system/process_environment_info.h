@@ -1,7 +1,5 @@
 #pragma once
 
-#include <sys/types.h>
-
 #include <cstdint>
 #include <string>
 
@@ -23,10 +21,7 @@ public:
 /// The part of a host name in front of its first dot.
 std::string HostPart(const std::string& hostName);
 
-/// What follows the first dot of a host name, else the NIS domain, else "local".
-std::string DomainPart(const std::string& hostName, const std::string& nisDomain);
-
-/// The login name of a user, or the number's digits when nobody has it.
-std::string UserName(uid_t user);
+/// What follows the first dot of a host name, else "local".
+std::string DomainPart(const std::string& hostName);
 
 }  // namespace kxjob

@@ -6,6 +6,8 @@
 #include <string>
 #include <thread>
 
+#include "defaults/system/posix/posix_names.h"
+
 namespace kxjob {
 namespace {
 
@@ -26,7 +28,7 @@ TEST(ProcessEnvironmentInfo, NamesTheHostForMachineAndUser) {
     EXPECT_EQ(environment.SecondMachineText(), HostPart(name));
     EXPECT_EQ(environment.FirstUserText(), environment.SecondMachineText());
     EXPECT_NE(environment.FirstMachineText(), "");
-    EXPECT_EQ(environment.SecondUserText(), UserName(geteuid()));
+    EXPECT_EQ(environment.SecondUserText(), LoginName(geteuid()));
 }
 
 TEST(HostPart, EndsAtTheFirstDot) {
@@ -34,17 +36,10 @@ TEST(HostPart, EndsAtTheFirstDot) {
     EXPECT_EQ(HostPart("worker7.plant.example"), "worker7");
 }
 
-TEST(DomainPart, PrefersTheHostNamesOwnDomain) {
-    EXPECT_EQ(DomainPart("worker7.plant.example", "nis"), "plant.example");
-    EXPECT_EQ(DomainPart("worker7", "nis"), "nis");
-    EXPECT_EQ(DomainPart("worker7.", "nis"), "nis");
-    EXPECT_EQ(DomainPart("worker7", "(none)"), "local");
-    EXPECT_EQ(DomainPart("worker7", ""), "local");
-}
-
-TEST(UserName, IsTheLoginNameOrTheNumber) {
-    EXPECT_EQ(UserName(0), "root");
-    EXPECT_EQ(UserName(3999999999U), "3999999999");
+TEST(DomainPart, IsWhatFollowsTheFirstDot) {
+    EXPECT_EQ(DomainPart("worker7.plant.example"), "plant.example");
+    EXPECT_EQ(DomainPart("worker7."), "local");
+    EXPECT_EQ(DomainPart("worker7"), "local");
 }
 
 }  // namespace
