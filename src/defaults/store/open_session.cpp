@@ -8,8 +8,8 @@
 #include "defaults/store/connection_string.h"
 #include "defaults/store/create_database_file.h"
 #include "defaults/store/data_access_error.h"
-#include "defaults/store/sqlite_opening.h"
-#include "defaults/store/sqlite_session.h"
+#include "defaults/store/sqlite/sqlite_opening.h"
+#include "defaults/store/sqlite/sqlite_session.h"
 
 namespace kxjob {
 namespace {

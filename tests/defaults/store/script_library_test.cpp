@@ -8,7 +8,7 @@
 
 #include "defaults/store/create_database_file.h"
 #include "defaults/store/script_statements.h"
-#include "defaults/store/sqlite_session.h"
+#include "defaults/store/sqlite/sqlite_session.h"
 #include "defaults/store/store_test_support.h"
 #include "kxjob/array.h"
 

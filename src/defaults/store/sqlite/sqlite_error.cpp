@@ -1,4 +1,4 @@
-#include "defaults/store/sqlite_error.h"
+#include "defaults/store/sqlite/sqlite_error.h"
 
 #include <sqlite3.h>
 

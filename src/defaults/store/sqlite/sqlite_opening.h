@@ -3,7 +3,7 @@
 #include <chrono>
 #include <string>
 
-#include "defaults/store/sqlite_handles.h"
+#include "defaults/store/sqlite/sqlite_handles.h"
 
 namespace kxjob {
 

@@ -1,4 +1,4 @@
-#include "defaults/store/sqlite_session.h"
+#include "defaults/store/sqlite/sqlite_session.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "defaults/store/data_access_error.h"
-#include "defaults/store/sqlite_opening.h"
+#include "defaults/store/sqlite/sqlite_opening.h"
 #include "kxjob/array.h"
 #include "kxjob/automation_error.h"
 

@@ -1,4 +1,4 @@
-#include "defaults/store/sqlite_opening.h"
+#include "defaults/store/sqlite/sqlite_opening.h"
 
 #include <algorithm>
 #include <string_view>

@@ -6,8 +6,8 @@
 #include <string_view>
 
 #include "defaults/store/session.h"
-#include "defaults/store/sqlite_error.h"
-#include "defaults/store/sqlite_handles.h"
+#include "defaults/store/sqlite/sqlite_error.h"
+#include "defaults/store/sqlite/sqlite_handles.h"
 
 namespace kxjob {
 

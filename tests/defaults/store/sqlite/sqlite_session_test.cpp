@@ -1,4 +1,4 @@
-#include "defaults/store/sqlite_session.h"
+#include "defaults/store/sqlite/sqlite_session.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -14,7 +14,7 @@
 #include <vector>
 
 #include "defaults/store/create_database_file.h"
-#include "defaults/store/sqlite_opening.h"
+#include "defaults/store/sqlite/sqlite_opening.h"
 #include "defaults/store/store_test_support.h"
 #include "kxjob/array.h"
 
