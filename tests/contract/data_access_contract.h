@@ -25,6 +25,8 @@ struct ContractEngine {
     std::function<std::unique_ptr<ContractStore>()> makeStore;
     /// The type of a column for texts of any length.
     std::string longText;
+    /// Why doubles lose bits on their way; empty when they do not.
+    std::string whyDoublesLoseBits = {};
 
     friend void PrintTo(const ContractEngine& engine, std::ostream* out) { *out << engine.name; }
 };

@@ -72,7 +72,7 @@ private:
 
 }  // namespace
 
-ConnectionString::ConnectionString(std::string_view text) {
+ConnectionString::ConnectionString(std::string_view text) : text_(text) {
     if (text.find('\0') != std::string_view::npos) {
         RaiseConnectionFailed("the connection string holds a NUL character");
     }

@@ -18,11 +18,16 @@ public:
     /// The value under a key; the empty text when there is none.
     std::string_view Value(std::string_view key) const;
     bool Has(std::string_view key) const;
+    /// The text as it was given.
+    const std::string& Text() const { return text_; }
+    /// The entries in their order: keys in lower case, values without their braces or quotes.
+    const std::vector<std::pair<std::string, std::string>>& Entries() const { return entries_; }
 
 private:
     const std::string* Find(std::string_view key) const;
 
-    std::vector<std::pair<std::string, std::string>> entries_;  // keys in lower case
+    std::string text_;
+    std::vector<std::pair<std::string, std::string>> entries_;
 };
 
 }  // namespace kxjob

@@ -1,7 +1,5 @@
 #include "defaults/store/data_access_error.h"
 
-#include <cstddef>
-
 #include "kxjob/automation_error.h"
 
 namespace kxjob {
@@ -19,9 +17,9 @@ void RaiseStatementFailed(std::string_view sqlState, std::string_view what) {
     throw AutomationError(error_number::kStatementFailed, kSource, InBrackets(sqlState).append(what));
 }
 
-void RaiseConnectionFailed(std::string_view why) {
+void RaiseConnectionFailed(std::string_view why, std::string_view sqlState) {
     throw AutomationError(error_number::kConnectionFailed, kSource,
-                          InBrackets("08001").append("The connection could not be opened: ").append(why));
+                          InBrackets(sqlState).append("The connection could not be opened: ").append(why));
 }
 
 void RaiseNoRow() {
@@ -33,6 +31,10 @@ std::string WithPlace(const std::string& description, std::string_view place) {
     const std::size_t stateEnd = description.starts_with('[') ? description.find("] ") : std::string::npos;
     const std::size_t at = stateEnd == std::string::npos ? 0 : stateEnd + 2;
     return std::string(description).insert(at, std::string(place) + ": ");
+}
+
+std::string PlaceInBatch(std::size_t index, std::size_t count) {
+    return "statement " + std::to_string(index + 1) + " of " + std::to_string(count);
 }
 
 }  // namespace kxjob

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -8,14 +9,17 @@ namespace kxjob {
 /// Raises 0x80040000 + 703, described as "[sqlState] what".
 [[noreturn]] void RaiseStatementFailed(std::string_view sqlState, std::string_view what);
 
-/// Raises 0x80040000 + 704, described as "[08001] The connection could not be opened: why". `why` must not
+/// Raises 0x80040000 + 704, described as "[sqlState] The connection could not be opened: why". `why` must not
 /// show what a connection string holds under a password's key.
-[[noreturn]] void RaiseConnectionFailed(std::string_view why);
+[[noreturn]] void RaiseConnectionFailed(std::string_view why, std::string_view sqlState = "08001");
 
 /// Raises 0x80040000 + 702: a query that had to find a row found none.
 [[noreturn]] void RaiseNoRow();
 
 /// `description` with `place` and a colon behind the SQLSTATE in brackets that it starts with.
 std::string WithPlace(const std::string& description, std::string_view place);
+
+/// "statement 3 of 100", for the one at `index` from 0.
+std::string PlaceInBatch(std::size_t index, std::size_t count);
 
 }  // namespace kxjob

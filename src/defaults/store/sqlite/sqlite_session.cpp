@@ -39,10 +39,6 @@ Value Cell(sqlite3_stmt* statement, int column) {
     }
 }
 
-std::string PlaceInBatch(std::size_t index, std::size_t count) {
-    return "statement " + std::to_string(index + 1) + " of " + std::to_string(count);
-}
-
 }  // namespace
 
 /// Takes the write lock at once, and rolls back unless it was committed. The session is lost if even that

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string>
+
+#include "defaults/store/odbc/odbc_connection.h"
+#include "defaults/store/session.h"
+
+namespace kxjob {
+
+/// A session on the store behind an ODBC driver. What is peculiar to the database system comes from its entry
+/// in odbc_engine.h.
+class OdbcSession : public Session {
+public:
+    /// `connectionString` is in ODBC's own keywords. Raises 0x80040000 + 704 when it cannot connect, or
+    /// cannot set the session up.
+    explicit OdbcSession(const std::string& connectionString);
+
+    void Execute(const std::string& sql) override;
+    Value Query(const std::string& sql) override;
+    void WriteLongText(const std::string& table, const std::string& keyColumn, const std::string& keyValue,
+                       const std::string& valueColumn, const std::string& value) override;
+    /// The place of a failing statement is known where each has an exchange of its own.
+    void RunBatch(std::span<const std::string> statements) override;
+    bool IsLost() const override { return connection_.IsLost(); }
+
+private:
+    class Transaction;
+
+    void RunOneByOne(std::span<const std::string> statements);
+
+    OdbcConnection connection_;
+};
+
+}  // namespace kxjob
