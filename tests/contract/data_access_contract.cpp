@@ -41,7 +41,10 @@ const std::vector<std::string> kDelicateTexts = {
 
 }  // namespace
 
-DataAccessContract::DataAccessContract() {
+void DataAccessContract::SetUp() {
+    if (!GetParam().whyMissing.empty()) GTEST_SKIP() << GetParam().whyMissing;
+    store_ = GetParam().makeStore();
+    connectionString_ = store_->ConnectionString();
     Execute(
         "CREATE TABLE t (k varchar(64) NOT NULL PRIMARY KEY, n integer, big bigint, d double precision, v " +
         GetParam().longText + ")");
@@ -65,9 +68,10 @@ void DataAccessContract::Insert(const std::string& key, const std::string& textL
             ")");
 }
 
-std::string EngineName(const testing::TestParamInfo<ContractEngine>& info) {
-    return info.param.name;
-}
+INSTANTIATE_TEST_SUITE_P(Engines, DataAccessContract,
+                         testing::Values(SqliteFile(), SqliteFileBehindOdbc(), PostgreSqlServer(),
+                                         MariaDbServer()),
+                         EngineName);
 
 // Rows -------------------------------------------------------------------------------------------------
 

@@ -1,0 +1,120 @@
+#include "contract/contract_engine.h"
+
+#include <unistd.h>
+
+#include <cstdlib>
+#include <optional>
+
+#include "defaults/store/connection_string.h"
+#include "defaults/store/open_session.h"
+#include "defaults/store/store_test_support.h"
+
+namespace kxjob::testing_support {
+namespace {
+
+class FileStore : public ContractStore {
+public:
+    explicit FileStore(std::string driver) : driver_(std::move(driver)) {}
+    std::string ConnectionString() const override {
+        return "Driver=" + driver_ + ";Database=" + database_.File() + ";";
+    }
+
+private:
+    TemporaryDatabase database_;
+    std::string driver_;
+};
+
+/// A database of a server, made and dropped on a session that is not in it.
+class ServerStore : public ContractStore {
+public:
+    ServerStore(std::string server, const std::string& options, std::string dropping)
+        : server_(std::move(server)), dropping_(std::move(dropping)) {
+        OpenSession(server_)->Execute("CREATE DATABASE " + name_ + options);
+    }
+    ~ServerStore() override {
+        try {
+            OpenSession(server_)->Execute("DROP DATABASE " + name_ + dropping_);
+        } catch (const AutomationError& error) {
+            ADD_FAILURE() << error.Description();
+        }
+    }
+    std::string ConnectionString() const override {
+        std::string text;
+        const kxjob::ConnectionString server(server_);
+        for (const auto& [key, value] : server.Entries()) {
+            if (key == "database") {
+                text += "Database=" + name_ + ";";
+            } else {
+                text += key + "=" + (key == "driver" ? "{" + value + "}" : value) + ";";
+            }
+        }
+        return text;
+    }
+
+private:
+    static std::string NewName() {
+        static int count = 0;
+        return "kxtest_" + std::to_string(getpid()) + "_" + std::to_string(++count);
+    }
+
+    std::string server_;
+    std::string dropping_;
+    std::string name_ = NewName();
+};
+
+/// What a server's engine is and where it is.
+ContractEngine Server(ContractEngine engine, const char* variable, const std::string& options,
+                      const std::string& dropping) {
+    const char* server = std::getenv(variable);
+    if (server == nullptr) {
+        engine.whyMissing = std::string(variable) + " names no server: eval \"$(script/stores start)\"";
+        return engine;
+    }
+    engine.makeStore = [server = std::string(server), options, dropping] {
+        return std::make_unique<ServerStore>(server, options, dropping);
+    };
+    return engine;
+}
+
+ContractEngine File(const std::string& name, const std::string& driver) {
+    return {.name = name,
+            .provider = dspSqlite,
+            .makeStore = [driver] { return std::make_unique<FileStore>(driver); },
+            .longText = "text"};
+}
+
+}  // namespace
+
+ContractEngine SqliteFile() {
+    return File("SqliteFile", "SQLite");
+}
+
+ContractEngine SqliteFileBehindOdbc() {
+    ContractEngine engine = File("SqliteFileBehindOdbc", "{SQLite3}");
+    engine.whyDoublesLoseBits = "the driver fetches a double as a text of 15 digits";
+    return engine;
+}
+
+ContractEngine PostgreSqlServer() {
+    return Server({.name = "PostgreSql",
+                   .provider = dspPostgreSql,
+                   .makeStore = {},
+                   .longText = "text",
+                   .endOwnSession = "SELECT pg_terminate_backend(pg_backend_pid())"},
+                  "KXJOB_POSTGRESQL", "", " WITH (FORCE)");
+}
+
+ContractEngine MariaDbServer() {
+    return Server({.name = "MariaDb",
+                   .provider = dspMariaDb,
+                   .makeStore = {},
+                   .longText = "longtext",
+                   .endOwnSession = "KILL CONNECTION CONNECTION_ID()"},
+                  "KXJOB_MARIADB", " CHARACTER SET utf8mb4 COLLATE utf8mb4_nopad_bin", "");
+}
+
+std::string EngineName(const testing::TestParamInfo<ContractEngine>& info) {
+    return info.param.name;
+}
+
+}  // namespace kxjob::testing_support

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <ostream>
+#include <string>
+
+#include "kxjob/data_store_provider.h"
+
+namespace kxjob::testing_support {
+
+/// An empty store that lives as long as this object.
+class ContractStore {
+public:
+    virtual ~ContractStore() = default;
+    virtual std::string ConnectionString() const = 0;
+};
+
+/// One engine under the contracts of this folder.
+struct ContractEngine {
+    std::string name;
+    DataStoreProvider provider = dspSqlite;
+    std::function<std::unique_ptr<ContractStore>()> makeStore;
+    /// The type of a column for texts of any length.
+    std::string longText;
+    /// Ends the session on which it is run; empty where there are no servers.
+    std::string endOwnSession = {};
+    /// Why the engine cannot be had here, and why doubles lose bits on their way; empty when that is not so.
+    std::string whyMissing = {};
+    std::string whyDoublesLoseBits = {};
+
+    friend void PrintTo(const ContractEngine& engine, std::ostream* out) { *out << engine.name; }
+};
+
+ContractEngine SqliteFile();
+ContractEngine SqliteFileBehindOdbc();
+/// A database of its own for each store on the server that KXJOB_POSTGRESQL names.
+ContractEngine PostgreSqlServer();
+/// The same for KXJOB_MARIADB.
+ContractEngine MariaDbServer();
+
+/// The name of a suite's instance.
+std::string EngineName(const testing::TestParamInfo<ContractEngine>& info);
+
+}  // namespace kxjob::testing_support
