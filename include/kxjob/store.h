@@ -18,7 +18,8 @@ public:
     /// nothing. Raises 0x80040000 + 704 when it cannot be made.
     void CreateDatabase();
     /// Creates the job tables, and the small tables of the stand-in components (flags, history, application
-    /// states, subsystems), in an existing database. Safe to run twice.
+    /// states, subsystems), in an existing database and schema. Safe to run twice, and at once from several
+    /// processes.
     void CreateTables();
     /// Runs one statement that changes data. Raises 0x80040000 + 703 when it fails.
     void Execute(const std::string& sql);

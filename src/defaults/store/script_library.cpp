@@ -2,57 +2,108 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <map>
 #include <string_view>
+#include <utility>
 
 #include "defaults/store/name_qualifier.h"
-#include "defaults/store/sqlite_scripts.h"
+#include "defaults/store/script_dialect.h"
+#include "defaults/store/script_tables.h"
 #include "kxjob/automation_error.h"
 
 namespace kxjob {
 namespace {
 
+using std::string_view;
+
 [[noreturn]] void RaiseUnknown(const std::string& what) {
     throw AutomationError(error_number::kUnknownScript, "kxJob.ScriptLibrary", what);
 }
 
-std::span<const ScriptText> ScriptsOf(DataStoreProvider provider) {
+const ScriptDialect& DialectOf(DataStoreProvider provider) {
+    const ScriptDialect* dialect = ScriptDialectOf(provider);
+    if (dialect != nullptr) return *dialect;
     const std::string code = "The data store provider " + std::to_string(provider);
-    switch (provider) {
-        case dspSqlite: return SqliteScripts();
-        case dspOracle: RaiseUnknown(code + " is reserved and not supported");
-        case dspSqlServer:
-        case dspPostgreSql:
-        case dspMariaDb: RaiseUnknown(code + " has no scripts in this build");
-        default: RaiseUnknown(code + " is unknown");
-    }
+    RaiseUnknown(code + (provider == dspOracle ? " is reserved and not supported" : " is unknown"));
 }
 
-/// One pass, so that a qualifier is never searched for placeholders itself.
-std::string WithQualifier(std::string_view text, const std::string& nameQualifier) {
-    const std::string_view prefix = PrefixWithinSchema(nameQualifier);
-    std::string script;
-    while (true) {
-        const std::size_t place = text.find('%');
-        script += text.substr(0, place);
-        if (place == std::string_view::npos) return script;
-        script += text[place + 1] == 'q' ? std::string_view(nameQualifier) : prefix;
-        text.remove_prefix(place + std::string_view("%q%").size());
-    }
+const ScriptTables& TablesOf(const std::string& scriptName) {
+    const std::span<const ScriptTables> scripts = AllScriptTables();
+    const auto script = std::find_if(scripts.begin(), scripts.end(), [&](const ScriptTables& candidate) {
+        return candidate.scriptName == scriptName;
+    });
+    if (script == scripts.end()) RaiseUnknown("There is no script named \"" + scriptName + "\"");
+    return *script;
 }
+
+/// A script while it is written: fills in the placeholders of the texts it is made of.
+class ScriptWriter {
+public:
+    ScriptWriter(const ScriptDialect& dialect, string_view nameQualifier)
+        : dialect_(dialect), values_{{'q', nameQualifier},        {'p', PrefixWithinSchema(nameQualifier)},
+                                     {'K', dialect.guid},         {'N', dialect.name},
+                                     {'S', dialect.shortText},    {'T', dialect.longText},
+                                     {'D', dialect.moment},       {'I', dialect.whole},
+                                     {'F', dialect.number},       {'x', dialect.itemKeyInColumn},
+                                     {'y', dialect.itemKeyBehind}} {
+        Write(dialect.begin);
+    }
+
+    void WriteTable(const ScriptTable& table, bool withIndexes) {
+        values_['n'] = table.name;
+        Write(dialect_.tableBegin);
+        Write(table.columns);
+        if (withIndexes) {
+            for (const ScriptIndex& index : table.indexes) {
+                WriteIndex(index, index.holdsTheRows ? dialect_.rowIndexInTable : dialect_.indexInTable);
+            }
+        }
+        Write(dialect_.tableEnd);
+    }
+
+    void WriteIndexesBehind(const ScriptTable& table) {
+        values_['n'] = table.name;
+        for (const ScriptIndex& index : table.indexes) WriteIndex(index, dialect_.indexBehind);
+    }
+
+    std::string Text() && { return std::move(script_); }
+
+private:
+    void WriteIndex(const ScriptIndex& index, string_view text) {
+        values_['i'] = index.name;
+        values_['c'] = index.columns;
+        Write(text);
+    }
+
+    /// One pass, so that a qualifier is never searched for placeholders itself.
+    void Write(string_view text) {
+        while (true) {
+            const std::size_t place = text.find('%');
+            script_ += text.substr(0, place);
+            if (place == string_view::npos) return;
+            script_ += values_.at(text[place + 1]);
+            text.remove_prefix(place + string_view("%q%").size());
+        }
+    }
+
+    const ScriptDialect& dialect_;
+    std::map<char, string_view> values_;
+    std::string script_;
+};
 
 }  // namespace
 
 std::string StoreScriptLibrary::GetScript(Collection& /*providerOptions*/, DataStoreProvider provider,
                                           const std::string& nameQualifier, const std::string& scriptName,
                                           bool complete) {
-    const std::span<const ScriptText> scripts = ScriptsOf(provider);
-    const auto script = std::find_if(scripts.begin(), scripts.end(), [&](const ScriptText& candidate) {
-        return candidate.name == scriptName;
-    });
-    if (script == scripts.end()) RaiseUnknown("There is no script named \"" + scriptName + "\"");
-    std::string text = WithQualifier(script->tables, nameQualifier);
-    if (complete) text += WithQualifier(script->indexes, nameQualifier);
-    return text;
+    const ScriptDialect& dialect = DialectOf(provider);
+    const ScriptTables& script = TablesOf(scriptName);
+    ScriptWriter writer(dialect, nameQualifier);
+    for (const ScriptTable& table : script.tables) writer.WriteTable(table, complete);
+    if (complete) {
+        for (const ScriptTable& table : script.tables) writer.WriteIndexesBehind(table);
+    }
+    return std::move(writer).Text();
 }
 
 }  // namespace kxjob

@@ -1,7 +1,9 @@
 #include "kxjob/store.h"
 
 #include <cstdint>
+#include <memory>
 #include <utility>
+#include <vector>
 
 #include "collaborators/this_thread.h"
 #include "defaults/store/create_database_file.h"
@@ -44,8 +46,13 @@ std::string Store::Literal(const Value& value) {
     return ThisThread().Formatter().FormatValue(value);
 }
 
+/// As one batch: some engines need to have the whole of it before another process creates the same tables.
 void Store::RunScript(const std::string& script) {
-    for (const std::string& statement : ScriptStatements(script)) Execute(statement);
+    const std::vector<std::string> statements = ScriptStatements(script);
+    const std::shared_ptr<BatchSqlExecutor> executor = ThisThread().Factory().MakeBatchSqlExecutor();
+    executor->Open(connectionString_, provider_, static_cast<std::int32_t>(statements.size()));
+    for (const std::string& statement : statements) executor->Add(statement);
+    executor->Flush();
 }
 
 }  // namespace kxjob

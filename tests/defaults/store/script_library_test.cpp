@@ -178,9 +178,6 @@ TEST(StoreScriptLibrary, LeavesNoPlaceholderBehind) {
 
 TEST(StoreScriptLibrary, HasNoScriptsForOtherProviders) {
     EXPECT_EQ(WhyRefused(1, "JobTablesDDL"), "The data store provider 1 is reserved and not supported");
-    EXPECT_EQ(WhyRefused(2, "JobTablesDDL"), "The data store provider 2 has no scripts in this build");
-    EXPECT_EQ(WhyRefused(3, "JobTablesDDL"), "The data store provider 3 has no scripts in this build");
-    EXPECT_EQ(WhyRefused(4, "StandInTablesDDL"), "The data store provider 4 has no scripts in this build");
     EXPECT_EQ(WhyRefused(0, "JobTablesDDL"), "The data store provider 0 is unknown");
     EXPECT_EQ(WhyRefused(-7, "JobTablesDDL"), "The data store provider -7 is unknown");
 }

@@ -8,6 +8,7 @@
 
 #include "collaborators/this_thread.h"
 #include "defaults/store/script_library.h"
+#include "defaults/store/store_batch_executor.h"
 #include "defaults/store/store_data_access.h"
 #include "defaults/store/store_test_support.h"
 #include "defaults/text/standard_input_guard.h"
@@ -26,6 +27,7 @@ using testing::StartsWith;
 using testing::StrictMock;
 using testing_support::ErrorOf;
 using testing_support::FakeSqlFormatter;
+using testing_support::MockBatchSqlExecutor;
 using testing_support::MockDataAccess;
 using testing_support::MockInputGuard;
 using testing_support::MockScriptLibrary;
@@ -50,7 +52,7 @@ public:
     std::shared_ptr<ObjectFactory> MakeObjectFactory() override { NotAskedFor(); }
     std::shared_ptr<ConnectionSettings> MakeConnectionSettings() override { NotAskedFor(); }
     std::shared_ptr<SystemFlagReader> MakeSystemFlagReader() override { NotAskedFor(); }
-    std::shared_ptr<BatchSqlExecutor> MakeBatchSqlExecutor() override { NotAskedFor(); }
+    std::shared_ptr<BatchSqlExecutor> MakeBatchSqlExecutor() override { return batch; }
     std::shared_ptr<EnvironmentInfo> MakeEnvironmentInfo() override { NotAskedFor(); }
     std::shared_ptr<KeyedCollection> MakeKeyedCollection() override { NotAskedFor(); }
 
@@ -58,6 +60,7 @@ public:
     std::shared_ptr<SqlFormatter> formatter;
     std::shared_ptr<DataAccess> data;
     std::shared_ptr<ScriptLibrary> scripts;
+    std::shared_ptr<BatchSqlExecutor> batch;
 
 private:
     [[noreturn]] static void NotAskedFor() { throw std::logic_error("not needed by a store"); }
@@ -78,25 +81,32 @@ protected:
         factory_->formatter = std::make_shared<FakeSqlFormatter>();
         factory_->data = data_;
         factory_->scripts = scripts_;
+        factory_->batch = batch_;
     }
 
     std::shared_ptr<StrictMock<MockInputGuard>> guard_ = std::make_shared<StrictMock<MockInputGuard>>();
     std::shared_ptr<StrictMock<MockDataAccess>> data_ = std::make_shared<StrictMock<MockDataAccess>>();
     std::shared_ptr<StrictMock<MockScriptLibrary>> scripts_ =
         std::make_shared<StrictMock<MockScriptLibrary>>();
+    std::shared_ptr<StrictMock<MockBatchSqlExecutor>> batch_ =
+        std::make_shared<StrictMock<MockBatchSqlExecutor>>();
     Store store_{"db", 5, "kx_"};
 };
 
-TEST_F(StoreOnMocks, CreatesTheTablesStatementByStatement) {
+TEST_F(StoreOnMocks, CreatesTheTablesOfEachScriptInOneBatch) {
     InSequence inThisOrder;
     EXPECT_CALL(*guard_, CheckParameter("kx_", "NameQualifier")).Times(2);  // its own check, and the method's
     EXPECT_CALL(*scripts_, GetScript(_, 5, "kx_", "JobTablesDDL", true))
         .WillOnce(Return("CREATE TABLE a (b);\nCREATE INDEX c ON a (b);\n"));
-    EXPECT_CALL(*data_, Execute("db", 5, 1, "CREATE TABLE a (b)"));
-    EXPECT_CALL(*data_, Execute("db", 5, 1, "CREATE INDEX c ON a (b)"));
+    EXPECT_CALL(*batch_, Open("db", 5, 2));
+    EXPECT_CALL(*batch_, Add("CREATE TABLE a (b)"));
+    EXPECT_CALL(*batch_, Add("CREATE INDEX c ON a (b)"));
+    EXPECT_CALL(*batch_, Flush());
     EXPECT_CALL(*scripts_, GetScript(_, 5, "kx_", "StandInTablesDDL", true))
         .WillOnce(Return("CREATE TABLE d (e);\n"));
-    EXPECT_CALL(*data_, Execute("db", 5, 1, "CREATE TABLE d (e)"));
+    EXPECT_CALL(*batch_, Open("db", 5, 1));
+    EXPECT_CALL(*batch_, Add("CREATE TABLE d (e)"));
+    EXPECT_CALL(*batch_, Flush());
 
     store_.CreateTables();
 }
@@ -126,7 +136,9 @@ protected:
     StoreOnAFile() {
         factory_->guard = std::make_shared<StandardInputGuard>();
         factory_->formatter = std::make_shared<StandardSqlFormatter>();
-        factory_->data = std::make_shared<StoreDataAccess>(std::make_shared<SessionCache>());
+        const auto sessions = std::make_shared<SessionCache>();
+        factory_->data = std::make_shared<StoreDataAccess>(sessions);
+        factory_->batch = std::make_shared<StoreBatchExecutor>(sessions);
         factory_->scripts = std::make_shared<StoreScriptLibrary>();
     }
 
