@@ -96,21 +96,31 @@ ContractEngine SqliteFileBehindOdbc() {
 }
 
 ContractEngine PostgreSqlServer() {
-    return Server({.name = "PostgreSql",
-                   .provider = dspPostgreSql,
-                   .makeStore = {},
-                   .longText = "text",
-                   .endOwnSession = "SELECT pg_terminate_backend(pg_backend_pid())"},
-                  "KXJOB_POSTGRESQL", "", " WITH (FORCE)");
+    return Server(
+        {.name = "PostgreSql",
+         .provider = dspPostgreSql,
+         .makeStore = {},
+         .longText = "text",
+         .sessionId = "SELECT pg_backend_pid()",
+         .endSession = [](const std::string& id) { return "SELECT pg_terminate_backend(" + id + ")"; },
+         .beBusy = "SELECT pg_sleep(60)",
+         .countBusy = "SELECT COUNT(*) FROM pg_stat_activity WHERE wait_event = 'PgSleep'",
+         .serverName = "postgresql"},
+        "KXJOB_POSTGRESQL", "", " WITH (FORCE)");
 }
 
 ContractEngine MariaDbServer() {
-    return Server({.name = "MariaDb",
-                   .provider = dspMariaDb,
-                   .makeStore = {},
-                   .longText = "longtext",
-                   .endOwnSession = "KILL CONNECTION CONNECTION_ID()"},
-                  "KXJOB_MARIADB", " CHARACTER SET utf8mb4 COLLATE utf8mb4_nopad_bin", "");
+    return Server(
+        {.name = "MariaDb",
+         .provider = dspMariaDb,
+         .makeStore = {},
+         .longText = "longtext",
+         .sessionId = "SELECT CONNECTION_ID()",
+         .endSession = [](const std::string& id) { return "KILL CONNECTION " + id; },
+         .beBusy = "DO SLEEP(60)",
+         .countBusy = "SELECT COUNT(*) FROM information_schema.processlist WHERE state = 'User sleep'",
+         .serverName = "mariadb"},
+        "KXJOB_MARIADB", " CHARACTER SET utf8mb4 COLLATE utf8mb4_nopad_bin", "");
 }
 
 std::string EngineName(const testing::TestParamInfo<ContractEngine>& info) {

@@ -25,8 +25,14 @@ struct ContractEngine {
     std::function<std::unique_ptr<ContractStore>()> makeStore;
     /// The type of a column for texts of any length.
     std::string longText;
-    /// Ends the session on which it is run; empty where there are no servers.
-    std::string endOwnSession = {};
+    /// What only servers have: the statements that tell a session's id, end the session of an id, keep a
+    /// session busy for a minute, and count those that are kept busy.
+    std::string sessionId = {};
+    std::function<std::string(const std::string& id)> endSession = {};
+    std::string beBusy = {};
+    std::string countBusy = {};
+    /// The name under which script/stores knows the server.
+    std::string serverName = {};
     /// Why the engine cannot be had here, and why doubles lose bits on their way; empty when that is not so.
     std::string whyMissing = {};
     std::string whyDoublesLoseBits = {};

@@ -25,8 +25,9 @@ void Insert(Store& store, const std::string& table, const Row& row) {
 
 }  // namespace
 
-void SeedStore(const std::string& connectionString, const std::string& qualifier) {
-    Store store(connectionString, dspSqlite, qualifier);
+void SeedStore(const std::string& connectionString, const std::string& qualifier,
+               DataStoreProvider provider) {
+    Store store(connectionString, provider, qualifier);
     store.CreateDatabase();
     store.CreateTables();
     Insert(store, "JobType",

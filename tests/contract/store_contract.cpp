@@ -1,0 +1,276 @@
+#include "contract/store_contract.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <cstring>
+#include <fstream>
+#include <utility>
+#include <vector>
+
+#include "collaborators/this_thread.h"
+#include "contract/process_group.h"
+#include "defaults/store/store_test_support.h"
+#include "kxjob/array.h"
+#include "kxjob/caller_texts.h"
+#include "seeded/seeded_store.h"
+#include "support/every_method.h"
+
+namespace kxjob::testing_support {
+
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+constexpr auto kUnstorableText = static_cast<std::int32_t>(0x80040000U + 706);
+constexpr auto kLockTaken = static_cast<std::int32_t>(0x80040000U + 746);
+constexpr const char* kStateGuid1 = "{00000000-0000-4000-8000-000000000001}";
+constexpr const char* kStateGuid2 = "{00000000-0000-4000-8000-000000000002}";
+
+void StoreContract::SetUp() {
+    if (!GetParam().whyMissing.empty()) GTEST_SKIP() << GetParam().whyMissing;
+    std::ofstream(folder_.File("kxjob.conf")) << "log.file = " << folder_.File("log") << "\n";
+    store_ = GetParam().makeStore();
+    connectionString_ = store_->ConnectionString();
+    tables_ = std::make_unique<Store>(connectionString_, provider_, "kx_");
+    tables_->CreateTables();
+    tables_->Execute(
+        "INSERT INTO kx_JobType (jobtypeid, description, implprogid, notificationprogid)"
+        " VALUES ('TYPE', '', 'kxTimer_83.Timer', '')");
+    for (const auto& [state, guid] : {std::pair{"PRODUCTION", kStateGuid1}, {"DEVELOPMENT", kStateGuid2}}) {
+        tables_->Execute("INSERT INTO kx_applicationstate (stateid, stateguid) VALUES (" +
+                         tables_->Literal(state) + ", " + tables_->Literal(guid) + ")");
+    }
+}
+
+void StoreContract::TearDown() {
+    InstallCollaborators(nullptr);
+}
+
+Value StoreContract::Cell(Store& store, const std::string& sql) {
+    const Value rows = store.Query(sql);
+    return rows.IsEmpty() ? Value() : rows.Rows().Cell(0, 0);
+}
+
+std::string StoreContract::MakeJob(int items) {
+    const std::string job = NewGuid();
+    jobs_.CreateJob(connectionString_, provider_, "kx_", job, "TYPE", "a job", kStateGuid1, "<parameters/>",
+                    std::max(items, 1));
+    std::vector<Value> identifiers;
+    for (int i = 0; i < items; ++i) identifiers.emplace_back(std::to_string(i));
+    if (items > 0) {
+        jobs_.CreateSimpleJobItems(connectionString_, provider_, "kx_", job, Array::List(identifiers));
+    }
+    return job;
+}
+
+TEST_P(StoreContract, CreatesTablesTwiceAndBesideOthers) {
+    for (const char* qualifier : {"", "kx_", "app_"}) {
+        Store store(connectionString_, provider_, qualifier);
+        store.CreateTables();
+        store.CreateTables();
+        for (const char* table : {"job", "JobItem", "jobtask", "systemflag", "adminhistory", "subsystem"}) {
+            EXPECT_EQ(Cell(store, "SELECT COUNT(*) FROM " + store.Table(table)), Value(0)) << table;
+        }
+    }
+    EXPECT_EQ(Cell("SELECT COUNT(*) FROM kx_JobType"), Value(1));
+}
+
+TEST_P(StoreContract, CreatesTablesFromManyProcessesAtOnce) {
+    constexpr int kRounds = 5;
+    InstallCollaborators(nullptr);
+
+    const int failed = ProcessGroup::Run([this](ProcessGroup& group, int /*place*/) {
+        for (int round = 0; round < kRounds; ++round) {
+            group.Meet();
+            Store(connectionString_, provider_, "r" + std::to_string(round) + "_").CreateTables();
+        }
+    });
+
+    EXPECT_EQ(failed, 0);
+    for (int round = 0; round < kRounds; ++round) {
+        EXPECT_EQ(Cell("SELECT COUNT(*) FROM r" + std::to_string(round) + "_subsystem"), Value(0));
+    }
+}
+
+TEST_P(StoreContract, TakesEveryCallOfEveryMethod) {
+    int number = 0;
+    for (const MethodCall& method : EveryMethod()) {
+        const std::string qualifier = "m" + std::to_string(++number) + "_";
+        SeedStore(connectionString_, qualifier, provider_);
+        try {
+            method.call(jobs_, connectionString_, provider_, qualifier);
+        } catch (const AutomationError& error) {
+            ADD_FAILURE() << method.name << ": " << error.Description();
+        }
+    }
+    EXPECT_EQ(number, 35);
+}
+
+TEST_P(StoreContract, TakesAJobTheWholeRoad) {
+    const std::string job = MakeJob(250);
+    EXPECT_EQ(Cell("SELECT COUNT(*) FROM kx_JobItem WHERE jobguid = '" + job + "'"), Value(250));
+    jobs_.UpdateJobStatus(connectionString_, provider_, "kx_", job, "QUEUED");
+    std::string next;
+    double rank = 0;
+    jobs_.GetNextJob(connectionString_, provider_, "kx_", next, rank);
+    EXPECT_EQ(next, job);
+    EXPECT_EQ(rank, 1.0);
+
+    const std::string task =
+        jobs_.RegisterJobTask(connectionString_, "kx_", "a task", job, "a user", "a machine", 71, 72);
+    jobs_.UpdateJobStatus(connectionString_, provider_, "kx_", job, "RUNNING");
+    const Value items = jobs_.GetJobItems(connectionString_, provider_, "kx_", job);
+    ASSERT_EQ(items.Rows().Rows(), 250);
+    for (std::int32_t i = 0; i < 5; ++i) {
+        const std::string item = Cell("SELECT jobitemguid FROM kx_JobItem WHERE jobguid = '" + job +
+                                      "' AND sequence = " + std::to_string(i))
+                                     .Text();
+        jobs_.UpdateJobItemStatus(connectionString_, provider_, "kx_", item, i == 4 ? "FAILED" : "COMPLETE",
+                                  "2026-03-01T09:30:15.123Z", "2026-03-01T09:31:00.000Z", task);
+        if (i == 4) {
+            jobs_.AppendJobItemFailureNote(connectionString_, provider_, "kx_", item, "it's 'broken' \\ ?");
+            EXPECT_THAT(Cell("SELECT failurenote FROM kx_JobItem WHERE jobitemguid = '" + item + "'").Text(),
+                        HasSubstr("it's 'broken' \\ ?"));
+        }
+    }
+
+    EXPECT_EQ(jobs_.JobItemsAtState(connectionString_, "kx_", job, "COMPLETE"), Rows({{"COMPLETE", 4}}));
+    EXPECT_EQ(jobs_.OwnersOfJobItemsAtState(connectionString_, "kx_", job, "FAILED"),
+              Rows({{"a machine", "FAILED", 1}}));
+    EXPECT_EQ(jobs_.GetJobItemExecutionStatistics(connectionString_, provider_, "kx_", job, 0),
+              Rows({{"COMPLETE", "2026-03-01T09:30:15.123Z", "2026-03-01T09:31:00.000Z"}}));
+    EXPECT_EQ(jobs_.GetJobParameters(connectionString_, provider_, "kx_", job), "<parameters/>");
+
+    const std::string kept = NewGuid();
+    jobs_.CreateJob(connectionString_, provider_, "kx_", kept, "TYPE", "kept", kStateGuid2, "", 1);
+    EXPECT_EQ(Cell("SELECT COUNT(*) FROM kx_job"), Value(2));
+    jobs_.RemoveIrrelevantJobsInContainer(connectionString_, provider_, "kx_", kStateGuid2, kStateGuid2);
+    EXPECT_EQ(tables_->Query("SELECT jobguid FROM kx_job"), Rows({{kept}}));
+    EXPECT_EQ(Cell("SELECT COUNT(*) FROM kx_JobItem"), Value(0));
+    EXPECT_EQ(Cell("SELECT COUNT(*) FROM kx_jobtask"), Value(0));
+}
+
+TEST_P(StoreContract, KeepsHostileTexts) {
+    for (const std::string& text :
+         {std::string("Robert'); DROP TABLE kx_job; --"), std::string("\\' OR 1=1 -- "),
+          std::string("/* ? */ :a $1 $$ {call x(?)} {d '2026-03-01'} %s"), std::string("a\r\nb\tc\x1A\x1B"),
+          std::string("\U0001F600 \uFFFF \uFEFF \u00E9"), std::string("`back` \"double\" [brackets]")}) {
+        const std::string job = NewGuid();
+        jobs_.CreateJob(connectionString_, provider_, "kx_", job, "TYPE", text, kStateGuid1, text, 1);
+        const std::string item =
+            jobs_.CreateJobItem(connectionString_, provider_, "kx_", job, NewGuid(), text, 0);
+        jobs_.AppendJobFailureNote(connectionString_, provider_, "kx_", job, text);
+
+        EXPECT_EQ(Cell("SELECT description FROM kx_job WHERE jobguid = '" + job + "'"), Value(text));
+        EXPECT_EQ(jobs_.GetJobParameters(connectionString_, provider_, "kx_", job), text);
+        EXPECT_EQ(Cell("SELECT data FROM kx_JobItem WHERE jobguid = '" + job + "'"), Value(text));
+        EXPECT_THAT(Cell("SELECT failurenote FROM kx_job WHERE jobguid = '" + job + "'").Text(),
+                    HasSubstr(text));
+    }
+}
+
+TEST_P(StoreContract, RefusesTextsThatNoStoreCanKeep) {
+    const std::string job = MakeJob(0);
+    for (const std::string& text :
+         {std::string("a\0b", 3), std::string("\xED\xA0\x80"), std::string("\xFF")}) {
+        EXPECT_EQ(ErrorOf([&] {
+                      jobs_.CreateJob(connectionString_, provider_, "kx_", NewGuid(), "TYPE", text,
+                                      kStateGuid2, "", 1);
+                  }).Number(),
+                  kUnstorableText);
+        EXPECT_EQ(ErrorOf([&] {
+                      jobs_.AppendJobFailureNote(connectionString_, provider_, "kx_", job, text);
+                  }).Number(),
+                  kUnstorableText);
+    }
+    EXPECT_EQ(Cell("SELECT COUNT(*) FROM kx_job"), Value(1));
+}
+
+TEST_P(StoreContract, KeepsANoteOfSeveralMegabytes) {
+    const std::string job = MakeJob(0);
+    std::string note;
+    while (note.size() < (std::size_t{5} << 20U)) note += "it's; a ? long \\ note \U0001F600\r\n";
+
+    jobs_.AppendJobFailureNote(connectionString_, provider_, "kx_", job, note);
+
+    const Value kept = Cell("SELECT failurenote FROM kx_job WHERE jobguid = '" + job + "'");
+    EXPECT_TRUE(kept.Text().find(note) != std::string::npos);  // no output of 5 MB
+}
+
+namespace {
+
+/// What the processes that race for a lock share.
+struct Race {
+    static constexpr int kMostRounds = 2000;
+
+    struct Round {
+        std::array<char, 40> lock;  // the one that is raced for
+        std::atomic<int> winners;
+        std::atomic<int> losers;
+    };
+    std::array<Round, kMostRounds + 1> rounds;
+    std::array<std::array<char, 40>, ProcessGroup::kSize> lastWon;
+};
+
+void Copy(const std::string& text, std::array<char, 40>& into) {
+    std::memcpy(into.data(), text.c_str(), text.size() + 1);
+}
+
+}  // namespace
+
+TEST_P(StoreContract, GivesALockToExactlyOneOfManyProcesses) {
+    const int rounds = GetParam().serverName.empty() ? 200 : Race::kMostRounds;
+    const std::string job = MakeJob(0);
+    const std::string firstLock = NewGuid();
+    tables_->Execute("UPDATE kx_job SET jobeditorlockguid = '" + firstLock + "'");
+    std::vector<std::string> tasks;
+    for (int i = 0; i < ProcessGroup::kSize; ++i) {
+        tasks.push_back(jobs_.RegisterJobTask(connectionString_, "kx_", "racer", job, "", "", i, i));
+    }
+    auto& race = ProcessGroup::Shared<Race>();
+    Copy(firstLock, race.rounds[0].lock);
+    InstallCollaborators(nullptr);
+
+    const int failed = ProcessGroup::Run([&](ProcessGroup& group, int place) {
+        const auto self = static_cast<std::size_t>(place);
+        JobHelper jobs;
+        for (int i = 0; i < rounds; ++i) {
+            Race::Round& round = race.rounds[static_cast<std::size_t>(i)];
+            group.Meet();
+            try {
+                const std::string won = jobs.GetNewLockExcludingInterlopers(
+                    connectionString_, "kx_", job, tasks[self], round.lock.data(), 60);
+                ++round.winners;
+                Copy(won, race.rounds[static_cast<std::size_t>(i) + 1].lock);
+                Copy(won, race.lastWon[self]);
+            } catch (const AutomationError& error) {
+                if (error.Number() != kLockTaken) throw;
+                ++round.losers;
+            }
+            group.Meet();
+        }
+    });
+
+    ASSERT_EQ(failed, 0);
+    for (int i = 0; i < rounds; ++i) {
+        EXPECT_EQ(race.rounds[static_cast<std::size_t>(i)].winners, 1) << i;
+        EXPECT_EQ(race.rounds[static_cast<std::size_t>(i)].losers, ProcessGroup::kSize - 1) << i;
+    }
+    EXPECT_EQ(Cell("SELECT jobeditorlockguid FROM kx_job"),
+              Value(race.rounds[static_cast<std::size_t>(rounds)].lock.data()));
+    for (std::size_t i = 0; i < tasks.size(); ++i) {
+        const Value held = Cell("SELECT lockguid FROM kx_jobtask WHERE jobtaskguid = '" + tasks[i] + "'");
+        const bool hasWon = race.lastWon[i][0] != '\0';
+        EXPECT_EQ(held, hasWon ? Value(race.lastWon[i].data()) : Value(Null{})) << i;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Engines, StoreContract,
+                         testing::Values(SqliteFile(), SqliteFileBehindOdbc(), PostgreSqlServer(),
+                                         MariaDbServer()),
+                         EngineName);
+
+}  // namespace kxjob::testing_support
