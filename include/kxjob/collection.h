@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <list>
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -40,6 +41,7 @@ public:
 
     /// "Collection".
     std::string Name() const override;
+    std::span<const std::string_view> MemberNames() const override;
     /// The late-bound face: property Count; methods Add (item, key), Item (index or key), Remove (key).
     Value Get(std::string_view property) override;
     Value Call(std::string_view method, std::span<const Value> arguments) override;

@@ -25,6 +25,9 @@ public:
     virtual void Let(std::string_view property, const Value& value);
     /// Calls a method; one without result gives Empty.
     virtual Value Call(std::string_view method, std::span<const Value> arguments);
+    /// The members that the object answers to, for callers to whom letter case does not count; none, the
+    /// default, when it cannot tell.
+    virtual std::span<const std::string_view> MemberNames() const { return {}; }
 
 protected:
     Component() = default;

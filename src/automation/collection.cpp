@@ -1,6 +1,7 @@
 #include "kxjob/collection.h"
 
 #include <algorithm>
+#include <array>
 #include <iterator>
 #include <utility>
 
@@ -48,6 +49,11 @@ std::list<Collection::Entry>::iterator Collection::Find(std::string_view key) co
 
 std::string Collection::Name() const {
     return "Collection";
+}
+
+std::span<const std::string_view> Collection::MemberNames() const {
+    static constexpr std::array<std::string_view, 4> kNames = {"Count", "Add", "Item", "Remove"};
+    return kNames;
 }
 
 Value Collection::Get(std::string_view property) {

@@ -1,5 +1,6 @@
 #include "frame/application_object.h"
 
+#include <array>
 #include <cstdint>
 
 #include "frame/frame.h"
@@ -15,6 +16,11 @@ constexpr std::int32_t kRevision = 1202;
 
 std::string ApplicationObject::Name() const {
     return "Application";
+}
+
+std::span<const std::string_view> ApplicationObject::MemberNames() const {
+    static constexpr std::array<std::string_view, 4> kNames = {"Title", "Major", "Minor", "Revision"};
+    return kNames;
 }
 
 Value ApplicationObject::Get(std::string_view property) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -13,6 +14,7 @@ class ApplicationObject : public Component {
 public:
     /// "Application".
     std::string Name() const override;
+    std::span<const std::string_view> MemberNames() const override;
     Value Get(std::string_view property) override;
 };
 

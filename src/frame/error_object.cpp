@@ -1,5 +1,6 @@
 #include "frame/error_object.h"
 
+#include <array>
 #include <utility>
 
 namespace kxjob {
@@ -8,6 +9,11 @@ ErrorObject::ErrorObject(AutomationError error) : error_(std::move(error)) {}
 
 std::string ErrorObject::Name() const {
     return "Err";
+}
+
+std::span<const std::string_view> ErrorObject::MemberNames() const {
+    static constexpr std::array<std::string_view, 3> kNames = {"Number", "Source", "Description"};
+    return kNames;
 }
 
 Value ErrorObject::Get(std::string_view property) {

@@ -1,5 +1,6 @@
 #include "siblings/app_model_admin.h"
 
+#include <array>
 #include <utility>
 
 #include "defaults/store/optional_table.h"
@@ -11,6 +12,12 @@ AppModelAdmin::AppModelAdmin(std::shared_ptr<SessionCache> sessions) : sessions_
 
 std::string AppModelAdmin::Name() const {
     return "AppModelAdmin_83.Admin";
+}
+
+std::span<const std::string_view> AppModelAdmin::MemberNames() const {
+    static constexpr std::array<std::string_view, 2> kNames = {"AdminHistoryWrite",
+                                                               "ApplicationStateReadGUID"};
+    return kNames;
 }
 
 Value AppModelAdmin::Call(std::string_view method, std::span<const Value> arguments) {

@@ -23,6 +23,7 @@ public:
     explicit AppModelAdmin(std::shared_ptr<SessionCache> sessions);
 
     std::string Name() const override;
+    std::span<const std::string_view> MemberNames() const override;
     Value Call(std::string_view method, std::span<const Value> arguments) override;
 
 private:

@@ -1,5 +1,6 @@
 #include "siblings/application_schema.h"
 
+#include <array>
 #include <utility>
 #include <vector>
 
@@ -13,6 +14,11 @@ ApplicationSchema::ApplicationSchema(std::shared_ptr<SessionCache> sessions)
 
 std::string ApplicationSchema::Name() const {
     return "ApplicationSchema_83.Schema";
+}
+
+std::span<const std::string_view> ApplicationSchema::MemberNames() const {
+    static constexpr std::array<std::string_view, 1> kNames = {"ListOfContainerSubSystems"};
+    return kNames;
 }
 
 Value ApplicationSchema::Call(std::string_view method, std::span<const Value> arguments) {

@@ -1,5 +1,6 @@
 #include "siblings/configuration_helper.h"
 
+#include <array>
 #include <optional>
 
 #include "defaults/configuration/configuration_error.h"
@@ -22,6 +23,11 @@ namespace {
 
 std::string ConfigurationHelper::Name() const {
     return "cfgApiCom_83.ComVTLConfigHelper";
+}
+
+std::span<const std::string_view> ConfigurationHelper::MemberNames() const {
+    static constexpr std::array<std::string_view, 2> kNames = {"Init", "RMConnectionDocument"};
+    return kNames;
 }
 
 Value ConfigurationHelper::Get(std::string_view property) {

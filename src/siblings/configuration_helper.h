@@ -9,6 +9,7 @@ namespace kxjob {
 class ConfigurationHelper : public Component {
 public:
     std::string Name() const override;
+    std::span<const std::string_view> MemberNames() const override;
     Value Get(std::string_view property) override;
     Value Call(std::string_view method, std::span<const Value> arguments) override;
 };

@@ -1,5 +1,6 @@
 #include "siblings/content_exec.h"
 
+#include <array>
 #include <utility>
 
 #include "defaults/text/storable_text.h"
@@ -11,6 +12,11 @@ ContentExec::ContentExec(std::shared_ptr<SessionCache> sessions) : sessions_(std
 
 std::string ContentExec::Name() const {
     return "ContentExecHelper_83.ContentExec";
+}
+
+std::span<const std::string_view> ContentExec::MemberNames() const {
+    static constexpr std::array<std::string_view, 1> kNames = {"ContentBlobUpdate"};
+    return kNames;
 }
 
 Value ContentExec::Call(std::string_view method, std::span<const Value> arguments) {

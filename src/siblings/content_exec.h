@@ -1,6 +1,9 @@
 #pragma once
 
 #include <memory>
+#include <span>
+#include <string>
+#include <string_view>
 
 #include "defaults/store/session_cache.h"
 #include "defaults/text/standard_input_guard.h"
@@ -16,6 +19,7 @@ public:
     explicit ContentExec(std::shared_ptr<SessionCache> sessions);
 
     std::string Name() const override;
+    std::span<const std::string_view> MemberNames() const override;
     Value Call(std::string_view method, std::span<const Value> arguments) override;
 
 private:

@@ -1,5 +1,6 @@
 #include "siblings/debug_tools.h"
 
+#include <array>
 #include <utility>
 
 #include "kxjob/automation_error.h"
@@ -11,6 +12,11 @@ DebugTools::DebugTools(std::shared_ptr<TraceLog> log) : log_(std::move(log)) {}
 
 std::string DebugTools::Name() const {
     return "DebugTools_83.Helper";
+}
+
+std::span<const std::string_view> DebugTools::MemberNames() const {
+    static constexpr std::array<std::string_view, 1> kNames = {"LogAndReRaiseVBError"};
+    return kNames;
 }
 
 Value DebugTools::Call(std::string_view method, std::span<const Value> arguments) {

@@ -15,6 +15,7 @@ public:
     explicit DebugTools(std::shared_ptr<TraceLog> log);
 
     std::string Name() const override;
+    std::span<const std::string_view> MemberNames() const override;
     Value Call(std::string_view method, std::span<const Value> arguments) override;
 
 private:

@@ -1,5 +1,9 @@
 #pragma once
 
+#include <span>
+#include <string>
+#include <string_view>
+
 #include "kxjob/component.h"
 
 namespace kxjob {
@@ -8,6 +12,7 @@ namespace kxjob {
 class TableNameHelper : public Component {
 public:
     std::string Name() const override;
+    std::span<const std::string_view> MemberNames() const override;
     Value Get(std::string_view property) override;
 };
 

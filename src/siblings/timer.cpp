@@ -1,11 +1,19 @@
 #include "siblings/timer.h"
 
+#include <array>
+
 #include "kxjob/value.h"
 
 namespace kxjob {
 
 std::string Timer::Name() const {
     return "kxTimer_83.Timer";
+}
+
+std::span<const std::string_view> Timer::MemberNames() const {
+    static constexpr std::array<std::string_view, 5> kNames = {"setModuleName", "logLevel", "moduleName",
+                                                               "Start", "Duration"};
+    return kNames;
 }
 
 Value Timer::Get(std::string_view property) {

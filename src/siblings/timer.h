@@ -3,7 +3,9 @@
 #include <chrono>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
+#include <string_view>
 
 #include "kxjob/component.h"
 
@@ -14,6 +16,7 @@ namespace kxjob {
 class Timer : public Component {
 public:
     std::string Name() const override;
+    std::span<const std::string_view> MemberNames() const override;
     Value Get(std::string_view property) override;
     void Let(std::string_view property, const Value& value) override;
     Value Call(std::string_view method, std::span<const Value> arguments) override;
