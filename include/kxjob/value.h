@@ -28,7 +28,7 @@ public:
     Value() = default;
     Value(Null null) : held_(null) {}
     template <std::same_as<bool> B>  // only a bool: a pointer must not become True
-    Value(B boolean) : held_(boolean) {}
+    Value(B truth) : held_(truth) {}
     Value(std::int32_t number) : held_(number) {}
     Value(std::int64_t number) : held_(number) {}
     Value(double number) : held_(number) {}

@@ -1,5 +1,7 @@
 #include "siblings/stand_ins.h"
 
+#include <array>
+
 #include "siblings/app_model_admin.h"
 #include "siblings/application_schema.h"
 #include "siblings/configuration_helper.h"
@@ -9,21 +11,37 @@
 #include "siblings/timer.h"
 
 namespace kxjob {
+namespace {
 
-void AddStandIns(ComponentCatalog& catalog, const std::shared_ptr<SessionCache>& sessions,
-                 const std::shared_ptr<TraceLog>& log) {
-    catalog.AddStandIn("TableNameHelper_83.TableNameHelper",
-                       [] { return std::make_shared<TableNameHelper>(); });
-    catalog.AddStandIn("ApplicationSchema_83.Schema",
-                       [sessions] { return std::make_shared<ApplicationSchema>(sessions); });
-    catalog.AddStandIn("AppModelAdmin_83.Admin",
-                       [sessions] { return std::make_shared<AppModelAdmin>(sessions); });
-    catalog.AddStandIn("ContentExecHelper_83.ContentExec",
-                       [sessions] { return std::make_shared<ContentExec>(sessions); });
-    catalog.AddStandIn("kxTimer_83.Timer", [] { return std::make_shared<Timer>(); });
-    catalog.AddStandIn("DebugTools_83.Helper", [log] { return std::make_shared<DebugTools>(log); });
-    catalog.AddStandIn("cfgApiCom_83.ComVTLConfigHelper",
-                       [] { return std::make_shared<ConfigurationHelper>(); });
+template <typename T>
+ComponentRef Simple(const StandInParts& /*parts*/) {
+    return std::make_shared<T>();
+}
+
+template <typename T>
+ComponentRef OnStore(const StandInParts& parts) {
+    return std::make_shared<T>(parts.sessions);
+}
+
+template <typename T>
+ComponentRef WithLog(const StandInParts& parts) {
+    return std::make_shared<T>(parts.log);
+}
+
+constexpr std::array kStandIns = {
+    StandIn{"TableNameHelper_83.TableNameHelper", Simple<TableNameHelper>},
+    StandIn{"ApplicationSchema_83.Schema", OnStore<ApplicationSchema>},
+    StandIn{"AppModelAdmin_83.Admin", OnStore<AppModelAdmin>},
+    StandIn{"ContentExecHelper_83.ContentExec", OnStore<ContentExec>},
+    StandIn{"kxTimer_83.Timer", Simple<Timer>},
+    StandIn{"DebugTools_83.Helper", WithLog<DebugTools>},
+    StandIn{"cfgApiCom_83.ComVTLConfigHelper", Simple<ConfigurationHelper>},
+};
+
+}  // namespace
+
+std::span<const StandIn> StandIns() {
+    return kStandIns;
 }
 
 }  // namespace kxjob

@@ -1,16 +1,27 @@
 #pragma once
 
 #include <memory>
+#include <span>
 
 #include "collaborators/trace_log.h"
-#include "defaults/components/component_catalog.h"
 #include "defaults/store/session_cache.h"
+#include "kxjob/component.h"
 
 namespace kxjob {
 
-/// Adds the stand-ins of the application's components to a thread's catalog. They work on the thread's own
-/// sessions and log.
-void AddStandIns(ComponentCatalog& catalog, const std::shared_ptr<SessionCache>& sessions,
-                 const std::shared_ptr<TraceLog>& log);
+/// What the stand-ins of a thread work on: its own sessions and its log.
+struct StandInParts {
+    std::shared_ptr<SessionCache> sessions;
+    std::shared_ptr<TraceLog> log;
+};
+
+/// A stand-in for one of the application's components.
+struct StandIn {
+    const char* progId;
+    ComponentRef (*create)(const StandInParts& parts);
+};
+
+/// All of them, in static storage.
+std::span<const StandIn> StandIns();
 
 }  // namespace kxjob

@@ -1,7 +1,6 @@
 #include "defaults/components/component_catalog.h"
 
 #include <optional>
-#include <string_view>
 #include <utility>
 
 #include "automation/letter_case.h"
@@ -9,6 +8,7 @@
 #include "defaults/components/command_component.h"
 #include "defaults/components/library_component.h"
 #include "defaults/components/process_registry.h"
+#include "defaults/components/versioned_prog_id.h"
 #include "kxjob/automation_error.h"
 
 namespace kxjob {
@@ -18,15 +18,7 @@ void ComponentCatalog::AddStandIn(const std::string& progId, Creator create) {
 }
 
 std::string ComponentCatalog::VersionedProgId(const std::string& progIdTemplate) const {
-    constexpr std::string_view kPlaceholder = "%v";
-    const std::string version = settings_.ComponentVersion();
-    std::string progId = progIdTemplate;
-    std::size_t place = progId.find(kPlaceholder);
-    while (place != std::string::npos) {
-        progId.replace(place, kPlaceholder.size(), version);
-        place = progId.find(kPlaceholder, place + version.size());
-    }
-    return progId;
+    return kxjob::VersionedProgId(progIdTemplate, settings_.ComponentVersion());
 }
 
 ComponentRef ComponentCatalog::Create(const std::string& progId) const {
