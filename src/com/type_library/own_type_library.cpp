@@ -99,12 +99,12 @@ void RegisterOwnTypeLibrary(Audience audience) {
 }
 
 void UnregisterOwnTypeLibrary(Audience audience) {
+    // What is not registered, or from a file that is gone, cannot be taken out: so it is put in first.
+    RegisterOwnTypeLibrary(audience);
     const TypeLibraryIdentity& own = *OwnTypeLibrary();
-    const HRESULT status =
-        audience == Audience::User
-            ? UnRegisterTypeLibForUser(own.libid, own.major, own.minor, LOCALE_NEUTRAL, kPlatform)
-            : UnRegisterTypeLib(own.libid, own.major, own.minor, LOCALE_NEUTRAL, kPlatform);
-    if (status != TYPE_E_REGISTRYACCESS) RequireSuccess(status);  // that one: it is not registered
+    RequireSuccess(audience == Audience::User
+                       ? UnRegisterTypeLibForUser(own.libid, own.major, own.minor, LOCALE_NEUTRAL, kPlatform)
+                       : UnRegisterTypeLib(own.libid, own.major, own.minor, LOCALE_NEUTRAL, kPlatform));
 }
 
 }  // namespace kxjob
