@@ -1,0 +1,48 @@
+// Number and description of errors arrive; this language has no source.
+host.Expect(16);
+
+var helper = new ActiveXObject("Job_83.JobHelper");
+var db = freshStore(helper, host.Argument(0));
+var base = 0x80040000 | 0;
+
+function check(what, number, description, call) {
+    try {
+        call();
+        host.Fail(what + ": no error");
+        host.Fail(what + ": no description");
+    } catch (error) {
+        host.Check(what, number, error.number);
+        host.Check(what + ": description", description, error.message);
+    }
+}
+
+check("743", base + 743, "The Job StateID 'failed' is not known", function () { helper.IsJobComplete("failed"); });
+check("749, for an array of this language is an object", base + 749,
+    "You should pass a one dimensional array of GUIDS to Job_83.JobHelper.CreateSimpleJobItems",
+    function () { helper.CreateSimpleJobItems(db, dspSqlite, qualifier, "{job}", ["a", "b"]); });
+check("1312", base + 1312, "There is no meta data relating to Job Type 'NONE' so the Job cannot be created.",
+    function () { helper.CreateJob(db, dspSqlite, qualifier, "{job}", "NONE", "", "", "", 1); });
+check("701", base + 701, "The parameter JobGUID is refused: it holds a semicolon (;)",
+    function () { helper.GetJobParameters(db, dspSqlite, qualifier, "{job};"); });
+check("702", base + 702, "[02000] The query found no row",
+    function () { helper.GetJobParameters(db, dspSqlite, qualifier, "{job}"); });
+
+function checkNumber(what, number, call) {
+    try {
+        call();
+        host.Fail(what + ": no error");
+    } catch (error) {
+        host.Check(what, number, error.number);
+    }
+}
+
+// The engine's own errors for calls that cannot be made.
+var automation = 0x800A0000 | 0;
+checkNumber("too few arguments", automation + 449, function () { helper.IsJobComplete(); });
+checkNumber("too many arguments", automation + 450, function () { helper.IsJobComplete("READY", 1); });
+checkNumber("a text that is no number", automation + 13,
+    function () { helper.UpdateJobStatus(db, "five", qualifier, "{job}", "READY"); });
+checkNumber("a number beyond 32 bits", automation + 6,
+    function () { helper.RegisterJobTask(db, qualifier, "", "{job}", "", "", 3000000000, 1); });
+checkNumber("an unknown method", automation + 438, function () { helper.NoSuchMethod(); });
+checkNumber("an unknown class", automation + 429, function () { return new ActiveXObject("Job_83.NoSuchClass"); });
