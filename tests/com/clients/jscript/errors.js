@@ -2,7 +2,6 @@
 host.Expect(16);
 
 var helper = new ActiveXObject("Job_83.JobHelper");
-var db = freshStore(helper, host.Argument(0));
 var base = 0x80040000 | 0;
 
 function check(what, number, description, call) {

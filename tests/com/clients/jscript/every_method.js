@@ -12,6 +12,9 @@ function vocabulary() {
     host.Check("IsJobRunning", false, helper.IsJobRunning("CANCELLED"));
     host.Check("ParametersTagName", "parameters", helper.ParametersTagName());
     host.Check("ParameterTagName", "parameter", helper.ParameterTagName());
+    var options = new ActiveXObject("Scripting.Dictionary");
+    host.Check("JobTableCreationScript", 0,
+        helper.JobTableCreationScript(options, dspSqlite, "other_").indexOf("CREATE TABLE IF NOT EXISTS other_job ("));
 }
 
 function creation() {
@@ -20,7 +23,7 @@ function creation() {
     host.Check("GetJob", '{"rows":[["' + job + '","It\'s March","REPORT","<parameters/>","CREATING",0,2,0,0,null,' +
         'null,0.0,"' + productionState + '",null]]}', host.Text(helper.GetJob(db, dspSqlite, qualifier, job)));
     host.Check("GetJobParameters", "<parameters/>", helper.GetJobParameters(db, dspSqlite, qualifier, job));
-    host.Check("GetJobType", "REPORT", column(helper.GetJobType(db, dspSqlite, qualifier), 0).join());
+    host.Check("GetJobType", "REPORT", column(helper.GetJobType(db, dspSqlite, qualifier, "REPORT"), 0).join());
     helper.UpdateJobStatus(db, dspSqlite, qualifier, job, "QUEUED");
     host.Check("UpdateJobStatus", "QUEUED", column(helper.GetJob(db, dspSqlite, qualifier), 4).join());
 }
@@ -145,7 +148,6 @@ function removal() {
 }
 
 vocabulary();
-var db = freshStore(helper, host.Argument(0));
 creation();
 var jobItems = items();
 nextJob();

@@ -5,9 +5,8 @@ Const JobA = "{00000000-0000-4000-8000-00000000A001}"
 Const JobB = "{00000000-0000-4000-8000-00000000A002}"
 Const OtherState = "{00000000-0000-4000-8000-0000000000E3}"
 
-Dim helper, db
+Dim helper
 Set helper = CreateObject("Job_83.JobHelper")
-db = FreshStore(helper, host.Argument(0))
 helper.CreateJob db, dspSqlite, Qualifier, JobA, "REPORT", "A", ProductionState, "", 1
 helper.CreateJob db, dspSqlite, Qualifier, JobB, "ELSEWHERE", "B", DevelopmentState, "", 1
 helper.UpdateJobStatus db, dspSqlite, Qualifier, JobA, "QUEUED"

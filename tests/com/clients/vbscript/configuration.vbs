@@ -1,12 +1,10 @@
-' What is left empty comes from the configuration, which names the store that this script makes.
+' What is left empty comes from the configuration, which names the store that this script is given.
 host.Expect 9
 
 Const JobGuid = "{00000000-0000-4000-8000-00000000A001}"
 
-Dim helper, db
+Dim helper
 Set helper = CreateObject("Job_83.JobHelper")
-db = FreshStore(helper, host.Argument(0))
-
 helper.CreateJob "", 0, "", JobGuid, "REPORT", "March", ProductionState, "", 1
 host.Check "CreateJob", 1, CountOf(db, "job", "jobguid = '" & JobGuid & "'")
 host.Check "GetJob", "March", Cell(helper.GetJob("", 0, ""), jifDescription, 0)

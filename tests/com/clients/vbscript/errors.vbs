@@ -6,9 +6,8 @@ Const TaskGuid = "{00000000-0000-4000-8000-00000000C001}"
 Const LockGuid = "{00000000-0000-4000-8000-00000000D001}"
 Const OtherLock = "{00000000-0000-4000-8000-00000000D002}"
 
-Dim helper, db
+Dim helper
 Set helper = CreateObject("Job_83.JobHelper")
-db = FreshStore(helper, host.Argument(0))
 
 States
 Refusals

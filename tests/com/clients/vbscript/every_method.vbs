@@ -11,11 +11,10 @@ Const LockGuid = "{00000000-0000-4000-8000-00000000D001}"
 Const OtherState = "{00000000-0000-4000-8000-0000000000E3}"
 Const Parameters = "<parameters><parameter>March</parameter></parameters>"
 
-Dim helper, db
+Dim helper
 Set helper = CreateObject("Job_83.JobHelper")
 
 Vocabulary
-db = FreshStore(helper, host.Argument(0))
 CreationScript
 Creation
 Items
@@ -37,7 +36,6 @@ Sub Vocabulary
     host.Check "ParameterTagName", "parameter", helper.ParameterTagName()
 End Sub
 
-' FreshStore has run the script; here is what it made, and that its options go through.
 Sub CreationScript
     Dim options, text
     Set options = CreateObject("Scripting.Dictionary")

@@ -2,9 +2,8 @@
 ' number of its own.
 host.Expect 51
 
-Dim helper, db, rows
+Dim helper, rows
 Set helper = CreateObject("Job_83.JobHelper")
-db = FreshStore(helper, host.Argument(0))
 host.Execute db, "DELETE FROM kx_JobType"
 host.Execute db, "INSERT INTO kx_job (jobguid, description, jobtypeid, parameters, jobstateid, nextjobitem," & _
     " totalitemcount, succeededitemcount, faileditemcount, startdt, lastcompletiondt, sumoftimeincsq, appstateguid," & _
