@@ -143,7 +143,7 @@ function removal() {
     host.Check("RemoveIrrelevantJobsInContainer", undefined, helper.GetJob(db, dspSqlite, qualifier));
     host.Check("nothing is left of it", "0", host.Execute(db, "SELECT COUNT(*) FROM kx_JobItem"));
     helper.RemoveJobAndItems(db, dspSqlite, qualifier, job);
-    host.Check("RemoveJobAndItems writes history", "4",
+    host.Check("RemoveJobAndItems writes history", "3",
         host.Execute(db, "SELECT COUNT(*) FROM kx_adminhistory WHERE actioncode = 'JOB_REMOVED'"));
 }
 

@@ -207,6 +207,7 @@ begin
     on Error: EOleException do
       ErrorOf := 'EOleException ' + IntToHex(Error.ErrorCode, 8) + ' ' + Error.Source + ': ' + Error.Message;
     on Error: EOleSysError do ErrorOf := 'EOleSysError ' + IntToHex(Error.ErrorCode, 8);
+    on Error: EOleError do ErrorOf := 'EOleError ' + Error.Message;
   end;
 end;
 
@@ -254,8 +255,8 @@ begin
   Check('a refusal by the guard',
     'EOleException 800402BD kxJob.InputGuard: The parameter JobGUID is refused: it holds a semicolon (;)',
     ErrorOf(@UseUnsafeKey));
-  Check('an unknown argument', 'EOleSysError 80020006', ErrorOf(@NameUnknownArgument));
-  Check('an unknown method', 'EOleSysError 80020006', ErrorOf(@NameUnknownMethod));
+  Check('an unknown argument', 'EOleError Method ''IsJobComplete'' is not supported by automation object', ErrorOf(@NameUnknownArgument));
+  Check('an unknown method', 'EOleError Method ''NoSuchMethod'' is not supported by automation object', ErrorOf(@NameUnknownMethod));
   Check('a required argument left out', 'EOleSysError 8002000F', ErrorOf(@LeaveOutRequiredArgument));
   Check('a text that is no number', 'EOleSysError 80020005', ErrorOf(@PassWrongType));
   Check('an unknown class', 'EOleSysError 800401F3', ErrorOf(@CreateUnknownClass));
@@ -282,5 +283,5 @@ begin
   Removal;
   Errors;
   Timer;
-  Finish(43);
+  Finish(46);
 end.

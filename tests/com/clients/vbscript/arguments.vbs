@@ -126,7 +126,7 @@ End Function
 
 Sub Unicode
     Dim text
-    text = "Grüße, Ελλάδα, 日本, 😀, 'quoted' ""twice"" \ ? {d '2026'}"
+    text = "Grüße, Ελλάδα, 日本, 'quoted' ""twice"" \ ? {d '2026'}"
     helper.CreateJob db, dspSqlite, Qualifier, JobA, "REPORT", text, ProductionState, text, 1
     host.Check "text of every script in a statement", text, _
         Cell(helper.GetJob(db, dspSqlite, Qualifier, JobA), jifDescription, 0)

@@ -1,10 +1,10 @@
 ' The configuration of this script names a version whose components nobody has registered.
-host.Expect 2
+host.Expect 3
 
 Dim helper
 Set helper = CreateObject("Job_83.JobHelper")
 host.Check "what needs no component works", True, helper.IsJobComplete("COMPLETE")
 On Error Resume Next
 helper.GetJob db, dspSqlite, Qualifier
-CheckError "its table names are not registered", &H800401F3, "Job_83", _
-    "Class not registered: TableNameHelper_99.TableNameHelper"
+host.Check "its table names are not registered", Hex(&H800401F3) & " Job_83", Hex(Err.Number) & " " & Err.Source
+host.Check "the error names them", True, InStr(Err.Description, "TableNameHelper_99.TableNameHelper") > 0

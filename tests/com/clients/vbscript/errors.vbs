@@ -1,5 +1,5 @@
 ' Number, source and description of each error arrive as they were raised.
-host.Expect 20
+host.Expect 23
 
 Const JobGuid = "{00000000-0000-4000-8000-00000000A001}"
 Const TaskGuid = "{00000000-0000-4000-8000-00000000C001}"
@@ -114,7 +114,7 @@ Sub Store
     CheckError "705", vbObjectError + 705, "kxJob.ScriptLibrary", _
         "The data store provider 1 is reserved and not supported"
     helper.GetJob db, dspSqlite, "ky_"
-    CheckError "703", vbObjectError + 703, "kxJob.DataAccess", "[HY000] [SQLite]no such table: ky_job (1)"
+    CheckError "703", vbObjectError + 703, "kxJob.DataAccess", "[42S02] [SQLite]no such table: ky_job (1)"
     helper.GetJob "Driver={No Such Driver};PWD=secret", dspSqlite, Qualifier
     host.Check "704", Hex(vbObjectError + 704) & " kxJob.DataAccess", Hex(Err.Number) & " " & Err.Source
     host.Check "its description keeps the password", 0, InStr(Err.Description, "secret")

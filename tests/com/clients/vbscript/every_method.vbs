@@ -1,5 +1,5 @@
 ' One job's whole life through each of the 35 methods, on a real store.
-host.Expect 80
+host.Expect 81
 
 Const JobGuid = "{00000000-0000-4000-8000-00000000A001}"
 Const OldJobGuid = "{00000000-0000-4000-8000-00000000A002}"
