@@ -5,6 +5,7 @@ host.Expect 0
 Dim helper, method, i, result, hasResult, byReference, job, rank, state, options
 Set helper = CreateObject("Job_83.JobHelper")
 method = host.Argument(0)
+byReference = ""
 
 ' The text of an argument; what is left out is empty.
 Function A(name)
