@@ -1,5 +1,5 @@
 ' What a script may pass: arguments left out, variables by reference, values of other types, arrays.
-host.Expect 40
+host.Expect 41
 
 Const JobA = "{00000000-0000-4000-8000-00000000A001}"
 Const JobB = "{00000000-0000-4000-8000-00000000A002}"
@@ -43,7 +43,7 @@ Function OnlyJob(rows)
 End Function
 
 Sub ByReference
-    Dim job, rank
+    Dim job, rank, answer(1)
     helper.GetNextJob db, dspSqlite, Qualifier, job, rank
     host.Check "an unset variable gets the job", JobA, job
     host.Check "an unset variable gets the rank", 1.0, rank
@@ -52,6 +52,8 @@ Sub ByReference
     helper.GetNextJob db, dspSqlite, Qualifier, job, rank
     host.Check "a variable that held a number gets the job", JobA, job
     host.Check "a variable that held a text gets the rank", 1.0, rank
+    helper.GetNextJob db, dspSqlite, Qualifier, answer(0), answer(1)
+    host.Check "elements of an array get both", "[""" & JobA & """,1.0]", host.Text(answer)
     helper.GetNextJob db, dspSqlite, Qualifier, "", 0
     host.Check "a text and a number of the caller's are no error", 0, Err.Number
 End Sub
