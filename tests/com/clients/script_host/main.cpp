@@ -6,6 +6,7 @@
 #include <iostream>
 
 #include "check_tally.h"
+#include "com/support/apartment.h"
 #include "host_object.h"
 #include "script_engine.h"
 
@@ -13,18 +14,9 @@ namespace {
 
 using kxjob::ComPointer;
 
-/// One apartment for the life of a scope.
-class Apartment {
-public:
-    Apartment() { CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }
-    Apartment(const Apartment&) = delete;
-    Apartment& operator=(const Apartment&) = delete;
-    ~Apartment() { CoUninitialize(); }
-};
-
 int RunScripts(const std::wstring& language, const std::vector<std::wstring>& files,
                std::vector<std::wstring> arguments) {
-    const Apartment apartment;
+    const kxjob::testing_support::Apartment apartment;
     kxjob::script_host::CheckTally tally;
     const auto host = kxjob::script_host::MakeHost(tally, std::move(arguments));
     kxjob::script_host::ScriptEngine engine(language, ComPointer<IDispatch>::From(host.Get()));

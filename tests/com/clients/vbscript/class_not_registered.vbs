@@ -1,5 +1,5 @@
 ' The configuration of this script names a version whose components nobody has registered.
-host.Expect 3
+host.Expect 4
 
 Dim helper
 Set helper = CreateObject("Job_83.JobHelper")
@@ -8,3 +8,6 @@ On Error Resume Next
 helper.GetJob db, dspSqlite, Qualifier
 host.Check "its table names are not registered", Hex(&H800401F3) & " Job_83", Hex(Err.Number) & " " & Err.Source
 host.Check "the error names them", True, InStr(Err.Description, "TableNameHelper_99.TableNameHelper") > 0
+Err.Clear
+CreateObject "Job_83.DurationTimer"
+host.Check "nor is the timer behind DurationTimer, which cannot be created", 429, Err.Number

@@ -1,5 +1,5 @@
 ' Number, source and description of each error arrive as they were raised.
-host.Expect 23
+host.Expect 25
 
 Const JobGuid = "{00000000-0000-4000-8000-00000000A001}"
 Const TaskGuid = "{00000000-0000-4000-8000-00000000C001}"
@@ -17,6 +17,7 @@ Missing
 Locks
 Scheduling
 Store
+Components
 
 Sub States
     On Error Resume Next
@@ -118,4 +119,15 @@ Sub Store
     helper.GetJob "Driver={No Such Driver};PWD=secret", dspSqlite, Qualifier
     host.Check "704", Hex(vbObjectError + 704) & " kxJob.DataAccess", Hex(Err.Number) & " " & Err.Source
     host.Check "its description keeps the password", 0, InStr(Err.Description, "secret")
+    Err.Clear
+End Sub
+
+' What a component of the application raises goes through the library and back.
+Sub Components
+    On Error Resume Next
+    host.Execute db, "DROP TABLE kx_adminhistory"
+    helper.UpdateJobStatus db, dspSqlite, Qualifier, JobGuid, "READY"
+    CheckError "703 of the administration", vbObjectError + 703, "kxJob.DataAccess", _
+        "[42S02] [SQLite]no such table: kx_adminhistory (1)"
+    host.Check "the state was set before", 1, CountOf(db, "job", "jobstateid = 'READY'")
 End Sub
