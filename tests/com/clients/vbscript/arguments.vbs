@@ -1,5 +1,5 @@
 ' What a script may pass: arguments left out, variables by reference, values of other types, arrays.
-host.Expect 41
+host.Expect 48
 
 Const JobA = "{00000000-0000-4000-8000-00000000A001}"
 Const JobB = "{00000000-0000-4000-8000-00000000A002}"
@@ -85,6 +85,20 @@ Sub VariantArguments
     host.Check "a variable", "in a variable", rows(jtfDescription, 0)
     host.Check "Null", Null, rows(jtfUser, 0)
     host.Check "Empty", Null, rows(jtfMachine, 0)
+    host.Execute db, "DELETE FROM kx_jobtask"
+    helper.RegisterJobTask db, Qualifier, True, JobA, 1.5, CByte(7), 1, 2
+    rows = helper.GetJobTasks(db, dspSqlite, Qualifier)
+    host.Check "a Boolean", "1", rows(jtfDescription, 0)
+    host.Check "a Double", "1.5", rows(jtfUser, 0)
+    host.Check "a Byte", "7", rows(jtfMachine, 0)
+    host.Execute db, "DELETE FROM kx_jobtask"
+    helper.RegisterJobTask db, Qualifier, CCur(2.25), JobA, -70000, #2026-03-01 09:30:15#, 1, 2
+    rows = helper.GetJobTasks(db, dspSqlite, Qualifier)
+    host.Check "a Currency", "2.25", rows(jtfDescription, 0)
+    host.Check "a Long", "-70000", rows(jtfUser, 0)
+    host.Check "a Date", "2026-03-01T09:30:15", rows(jtfMachine, 0)
+    host.Check "no object for the options", 1, _
+        InStr(helper.JobTableCreationScript(Nothing, dspSqlite, "x_"), "CREATE TABLE IF NOT EXISTS x_job (")
 End Sub
 
 Sub Arrays

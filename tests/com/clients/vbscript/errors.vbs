@@ -1,5 +1,5 @@
 ' Number, source and description of each error arrive as they were raised.
-host.Expect 25
+host.Expect 26
 
 Const JobGuid = "{00000000-0000-4000-8000-00000000A001}"
 Const TaskGuid = "{00000000-0000-4000-8000-00000000C001}"
@@ -22,6 +22,7 @@ Components
 Sub States
     On Error Resume Next
     helper.IsJobComplete "FAILED"
+    host.Check "no help file, no help context", " 0", Err.HelpFile & " " & Err.HelpContext
     CheckError "743", vbObjectError + 743, "Job_83.JobHelper.IsJobComplete", "The Job StateID 'FAILED' is not known"
     helper.IsJobRunning "queued"
     CheckError "744", vbObjectError + 744, "Job_83.JobHelper.IsJobRunning", "The Job StateID 'queued' is not known"
