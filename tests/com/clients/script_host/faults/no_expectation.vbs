@@ -1,0 +1,1 @@
+host.Check "equal", 1, 1

@@ -1,0 +1,2 @@
+host.Expect 0
+x = = 1
