@@ -35,7 +35,8 @@ TEST(OdbcConnectionString, AddsWhatADriverHasToBeTold) {
               "Driver={PostgreSQL Unicode};Server=h;LFConversion=0;KeepaliveTime=30;KeepaliveInterval=10;"
               "pqopt={tcp_user_timeout=120000};");
     EXPECT_EQ(ForOdbc("Driver={MariaDB Unicode};Server=h;"),
-              "Driver={MariaDB Unicode};Server=h;CONN_TIMEOUT=15;READ_TIMEOUT=300;WRITE_TIMEOUT=300;");
+              "Driver={MariaDB "
+              "Unicode};Server=h;CONN_TIMEOUT=15;READ_TIMEOUT=300;WRITE_TIMEOUT=300;");
     EXPECT_EQ(ForOdbc("Driver=FreeTDS;Server=h"), "Driver=FreeTDS;Server=h;ClientCharset=UTF-8;");
     EXPECT_EQ(ForOdbc("Driver={SQLite3 ODBC Driver};Database=a"),
               "Driver={SQLite3 ODBC Driver};Database=a;NoCreat=1;");

@@ -72,7 +72,10 @@ std::optional<Diagnostic> DiagnosticRecord(SQLSMALLINT handleType, SQLHANDLE han
 }
 
 SQLRETURN DescribeColumn(SQLHSTMT statement, SQLUSMALLINT column, SQLSMALLINT& type, SQLSMALLINT& scale) {
-    return SQLDescribeColW(statement, column, nullptr, 0, nullptr, &type, nullptr, &scale, nullptr);
+    std::array<SQLWCHAR, 256> name{};  // a driver fails without a place for it
+    SQLSMALLINT length = 0;
+    return SQLDescribeColW(statement, column, name.data(), static_cast<SQLSMALLINT>(name.size()), &length,
+                           &type, nullptr, &scale, nullptr);
 }
 
 }  // namespace kxjob
