@@ -1,5 +1,5 @@
 // Number and description of errors arrive; this language has no source.
-host.Expect(16);
+host.Expect(26);
 
 var helper = new ActiveXObject("Job_83.JobHelper");
 var base = 0x80040000 | 0;
@@ -25,6 +25,16 @@ check("701", base + 701, "The parameter JobGUID is refused: it holds a semicolon
     function () { helper.GetJobParameters(db, dspSqlite, qualifier, "{job};"); });
 check("702", base + 702, "[02000] The query found no row",
     function () { helper.GetJobParameters(db, dspSqlite, qualifier, "{job}"); });
+
+// Any text crosses the boundary unchanged, also one that no store can keep.
+var texts = ["\uD83D\uDE00", "\uD800 alone", "\uDC00\uD800", new Array(100001).join("long")];
+for (var i = 0; i < texts.length; ++i) {
+    check("text " + i, base + 743, "The Job StateID '" + texts[i] + "' is not known",
+        function () { helper.IsJobComplete(texts[i]); });
+}
+check("706", base + 706, "The text cannot be stored: it has a lone surrogate at byte 1", function () {
+    helper.CreateJob(db, dspSqlite, qualifier, "{job}", "REPORT", texts[1], productionState, "", 1);
+});
 
 // Calls that cannot be made. Some engines translate automation's own numbers into theirs, some do not.
 function checkCall(what, number, translated, call) {
