@@ -5,6 +5,7 @@
 
 #include <utility>
 
+#include "automation/runtime_error.h"
 #include "com/errors/error_info.h"
 #include "com/handles/com_pointer.h"
 #include "com/handles/text.h"
@@ -17,6 +18,7 @@ namespace {
 /// The class's own error if it raised one; else the system's words, naming the class.
 void RequireCreated(HRESULT status, const std::string& progId) {
     if (SUCCEEDED(status)) return;
+    if (status == error_number::kClassNotRegistered) RaiseRuntimeError(status, progId);
     const AutomationError error = ErrorOf(status);
     if (!error.Source().empty()) throw error;
     throw AutomationError(status, "Job_83", progId + ": " + error.Description());
