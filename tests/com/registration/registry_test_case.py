@@ -29,10 +29,11 @@ EXPECTED = expected_values()
 
 
 class RegistryTestCase(unittest.TestCase):
-    def setUp(self):
-        self.wine = Wine(os.environ["KXJOB_RUNNER"], os.environ["KXJOB_PREFIX"])
-        self.unregister_all()  # what an interrupted run has left
-        self.before = self.wine.export()
+    @classmethod
+    def setUpClass(cls):
+        cls.wine = Wine(os.environ["KXJOB_RUNNER"], os.environ["KXJOB_PREFIX"])
+        cls.unregister_all()  # what an interrupted run has left
+        cls.before = cls.wine.export()
 
     def tearDown(self):
         self.unregister_all()
@@ -47,13 +48,15 @@ class RegistryTestCase(unittest.TestCase):
         if expected != found:
             self.fail("\n".join(difflib.unified_diff(expected, found, "expected", "found", n=1, lineterm="")))
 
-    def register_all(self, folder=SERVERS):
+    @classmethod
+    def register_all(cls, folder=SERVERS):
         for dll in DLLS:
-            self.wine.register(folder / dll)
+            cls.wine.register(folder / dll)
 
-    def unregister_all(self):
+    @classmethod
+    def unregister_all(cls):
         for dll in DLLS:
-            self.wine.unregister(SERVERS / dll)
+            cls.wine.unregister(SERVERS / dll)
 
     def added(self, before, key=CLASSES, folder=windows_path(SERVERS)):
         """What was added, one line a value as in the expected text: below the classes, the DLLs in @FOLDER@."""

@@ -10,20 +10,22 @@ WITH_THE_MACHINE = ("Interface\\", "Typelib\\", "Wow6432Node\\")
 
 
 class UserRegistration(RegistryTestCase):
-    def setUp(self):
-        super().setUp()
+    @classmethod
+    def setUpClass(cls):
+        super().setUpClass()
         # Windows always has this key, a new prefix has not.
-        self.wine.run_well("reg", "add", r"HKCU\Software\Classes\CLSID", "/f")
-        self.install("/u")
-        self.before_user = self.wine.export(USER)
+        cls.wine.run_well("reg", "add", r"HKCU\Software\Classes\CLSID", "/f")
+        cls.install("/u")
+        cls.before_user = cls.wine.export(USER)
 
     def tearDown(self):
         self.install("/u")
         super().tearDown()
 
-    def install(self, *options):
+    @classmethod
+    def install(cls, *options):
         for dll in DLLS:
-            self.wine.run_well("regsvr32", "/s", "/n", *options, "/i:user", windows_path(SERVERS / dll))
+            cls.wine.run_well("regsvr32", "/s", "/n", *options, "/i:user", windows_path(SERVERS / dll))
 
     def test_the_classes_are_written_for_the_user_and_not_for_the_machine(self):
         self.install()
