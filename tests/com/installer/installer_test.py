@@ -1,24 +1,29 @@
 """The installer registers what the servers register, and leaves nothing when it is removed.
 
-CTest sets KXJOB_RUNNER, KXJOB_PREFIX (where nothing is registered), KXJOB_INSTALLER (the .msi), KXJOB_SERVERS (the
-folder of the DLLs) and KXJOB_PROGRAM (a program that uses the component).
+CTest sets KXJOB_RUNNER, KXJOB_PREFIX (where nothing is registered), KXJOB_INSTALLER (the .msi), KXJOB_STAGE (what it
+was made from), KXJOB_WIXL (the tool that made it), KXJOB_SERVERS (the folder of the DLLs) and KXJOB_PROGRAM (a program
+that uses the component).
 """
 
 import os
 import pathlib
 import re
 import shutil
+import subprocess
+import tempfile
 import unittest
 
 import registry_export
 from wine import CLASSES, Wine, windows_path
 
 INSTALLER = os.environ["KXJOB_INSTALLER"]
+STAGE = pathlib.Path(os.environ["KXJOB_STAGE"])
 SERVERS = pathlib.Path(os.environ["KXJOB_SERVERS"])
 PREFIX = pathlib.Path(os.environ["KXJOB_PREFIX"])
 DLLS = ["kxJob.dll", "kxSiblings.dll"]
 FILES = [*DLLS, "LICENSE", "README.md", "kxJob.Automation.manifest", "kxSiblings.Automation.manifest"]
 FOLDER = r"C:\kxJob of a test"
+LATER = "8.3.1203"
 SOFTWARE = r"HKEY_LOCAL_MACHINE\Software"
 
 # Keys of nobody's own: those that Wine's installer engine keeps once anything was installed, and the parent of the
@@ -56,8 +61,8 @@ class Installer(unittest.TestCase):
     def install(self):
         self.wine.run_well("msiexec", "/i", windows_path(INSTALLER), "/qn", "INSTALLDIR=" + FOLDER)
 
-    def remove(self):
-        self.wine.run_well("msiexec", "/x", windows_path(INSTALLER), "/qn")
+    def remove(self, installer=INSTALLER):
+        self.wine.run_well("msiexec", "/x", windows_path(installer), "/qn")
 
     def test_it_installs_these_files_and_removes_them_with_their_folder(self):
         self.install()
@@ -100,13 +105,29 @@ class Installer(unittest.TestCase):
         self.remove()
         self.assertEqual({}, registry_export.added(before, without_shared(self.wine.values(SOFTWARE))))
 
-    def test_installing_again_goes_where_it_is_installed(self):
+    def test_a_later_version_takes_its_place_in_its_folder(self):
+        later = self.later_version()
+        self.addCleanup(self.remove, later)
         self.install()
-        self.wine.run_well("msiexec", "/i", windows_path(INSTALLER), "/qn", "REINSTALL=ALL", "REINSTALLMODE=amus")
-        paths = [text for (key, name), text in self.wine.values().items() if key.endswith("InprocServer32") and
-                 name == "" and text.lower().endswith(tuple(dll.lower() for dll in DLLS))]
-        self.assertEqual(10, len(paths))
-        self.assertEqual({FOLDER}, {path.rpartition("\\")[0] for path in paths})
+        self.wine.run_well("msiexec", "/i", windows_path(later), "/qn")
+        values = self.wine.values(SOFTWARE)
+        versions = {text for (key, name), text in values.items()
+                    if name == "DisplayVersion" and values.get((key, "DisplayName")) == "kxJob"}
+        self.assertEqual({LATER}, versions)
+        self.assertEqual(sorted(FILES), sorted(os.listdir(self.unix_path(FOLDER))))
+        servers = {text.rpartition("\\")[0] for (key, name), text in values.items()
+                   if key.startswith(CLASSES) and name == "" and text.endswith(tuple(DLLS))}
+        self.assertEqual({FOLDER}, servers)
+
+    def later_version(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        description, installer = (pathlib.Path(folder.name) / name for name in ("later.wxs", "later.msi"))
+        text = (STAGE / "kxJob.wxs").read_text(encoding="utf-8")
+        description.write_text(re.sub(r' Version="[^"]*"', f' Version="{LATER}"', text, count=1), encoding="utf-8")
+        subprocess.run([os.environ["KXJOB_WIXL"], "--arch", "x64", "--output", installer, description], cwd=STAGE,
+                       check=True)
+        return installer
 
 
 if __name__ == "__main__":
