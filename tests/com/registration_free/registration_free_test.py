@@ -25,11 +25,11 @@ class RegistrationFree(unittest.TestCase):
         for dll in SERVERS:  # what an interrupted run of another test has left
             self.wine.unregister(STAGE / dll)
 
-    def run_beside(self, files):
+    def run_beside(self, files, *arguments):
         with tempfile.TemporaryDirectory() as folder:
             for file in (*(STAGE / name for name in files), PROGRAM):
                 shutil.copy(file, folder)
-            return self.wine.run(str(pathlib.Path(folder) / PROGRAM.name))
+            return self.wine.run(str(pathlib.Path(folder) / PROGRAM.name), *arguments)
 
     def test_the_classes_answer_early_bound_and_by_name_and_find_their_siblings(self):
         before = self.wine.export()
@@ -37,6 +37,10 @@ class RegistrationFree(unittest.TestCase):
         self.assertEqual(ANSWERS + COULD_NOT_BE_OPENED, ended.stdout)
         self.assertEqual(0, ended.returncode)
         self.assertEqual(before, self.wine.export())
+
+    def test_calls_into_another_apartment_find_their_way_by_the_manifest(self):
+        ended = self.run_beside(SERVERS + MANIFESTS, "elsewhere")
+        self.assertEqual(ANSWERS + COULD_NOT_BE_OPENED, ended.stdout)
 
     def test_without_the_siblings_only_what_needs_them_fails(self):
         ended = self.run_beside([SERVERS[0], *MANIFESTS])

@@ -1,8 +1,10 @@
 // Creates the job component by its ProgID and calls it, early bound and by name. Prints what it answers.
-// assemblies.
+// usage: use_job_helper [elsewhere]   with it the component lives in another apartment, and each call goes
+// there assemblies.
 #include <windows.h>
 
 #include <cstdio>
+#include <cstring>
 
 #include "kxJob.h"
 
@@ -11,7 +13,7 @@ namespace {
 /// COM for this thread, as long as it lives.
 class Apartment {
 public:
-    Apartment() : status_(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)) {}
+    explicit Apartment(COINIT kind) : status_(CoInitializeEx(nullptr, static_cast<DWORD>(kind))) {}
     Apartment(const Apartment&) = delete;
     Apartment& operator=(const Apartment&) = delete;
     ~Apartment() {
@@ -85,7 +87,9 @@ bool UseJobHelper() {
 
 }  // namespace
 
-int main() {
-    const Apartment apartment;
+int main(int count, char** arguments) {
+    // The component is made for apartments of one thread: without one it gets one of the system's.
+    const bool elsewhere = count == 2 && std::strcmp(arguments[1], "elsewhere") == 0;
+    const Apartment apartment(elsewhere ? COINIT_MULTITHREADED : COINIT_APARTMENTTHREADED);
     return UseJobHelper() ? 0 : 1;
 }
