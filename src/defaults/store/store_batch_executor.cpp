@@ -31,6 +31,7 @@ void StoreBatchExecutor::Flush() {
     try {
         sessions_->Use(connectionString_, [&](Session& session) { session.RunBatch(group); });
     } catch (const AutomationError& error) {
+        if (error.Number() != error_number::kStatementFailed) throw;  // the group was not reached
         const std::string place =
             "group " + std::to_string(before + 1) + " to " + std::to_string(before + group.size());
         throw AutomationError(error.Number(), error.Source(), WithPlace(error.Description(), place));

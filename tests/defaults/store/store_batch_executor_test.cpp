@@ -107,8 +107,10 @@ TEST_F(StoreBatchExecutorTest, CountsAnewWhenItIsOpenedAgain) {
 TEST_F(StoreBatchExecutorTest, SaysWhenTheStoreCannotBeOpened) {
     batch_.Open("Driver=SQLite;Database=/no/such/folder/store.db", 5, 1);
 
-    EXPECT_EQ(ErrorOf([&] { batch_.Add("SELECT 1"); }).Number(),
-              static_cast<std::int32_t>(0x80040000U + 704));
+    const AutomationError error = ErrorOf([&] { batch_.Add("SELECT 1"); });
+
+    EXPECT_EQ(error.Number(), static_cast<std::int32_t>(0x80040000U + 704));
+    EXPECT_EQ(error.Description().find("group"), std::string::npos) << "no statement was to blame";
 }
 
 }  // namespace

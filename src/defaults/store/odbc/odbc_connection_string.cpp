@@ -31,6 +31,8 @@ constexpr std::array kSettings = {
     DriverSetting{"mariadb", "READ_TIMEOUT", "300"},
     DriverSetting{"mariadb", "WRITE_TIMEOUT", "300"},
     DriverSetting{"freetds", "ClientCharset", "UTF-8"},
+    // Otherwise it tries one version of the protocol after the other, each for as long as a login may take.
+    DriverSetting{"freetds", "TDS_Version", "7.4"},
     DriverSetting{kSqliteDriver, "NoCreat", "1"},
 };
 

@@ -13,8 +13,8 @@ struct Diagnostic {
     std::string message;
 };
 
-/// The record that says why a call failed: the first that is more than a warning (class 01), else the first.
-/// Without any record it says that there is none.
+/// The record that says why a call failed: the first that is more than a warning (class 01), else the first;
+/// its message without line breaks at its end. Without any record it says that there is none.
 Diagnostic Decisive(std::span<const Diagnostic> records);
 
 }  // namespace kxjob

@@ -37,7 +37,8 @@ TEST(OdbcConnectionString, AddsWhatADriverHasToBeTold) {
     EXPECT_EQ(ForOdbc("Driver={MariaDB Unicode};Server=h;"),
               "Driver={MariaDB "
               "Unicode};Server=h;CONN_TIMEOUT=15;READ_TIMEOUT=300;WRITE_TIMEOUT=300;");
-    EXPECT_EQ(ForOdbc("Driver=FreeTDS;Server=h"), "Driver=FreeTDS;Server=h;ClientCharset=UTF-8;");
+    EXPECT_EQ(ForOdbc("Driver=FreeTDS;Server=h"),
+              "Driver=FreeTDS;Server=h;ClientCharset=UTF-8;TDS_Version=7.4;");
     EXPECT_EQ(ForOdbc("Driver={SQLite3 ODBC Driver};Database=a"),
               "Driver={SQLite3 ODBC Driver};Database=a;NoCreat=1;");
 }
@@ -53,7 +54,8 @@ TEST(OdbcConnectionString, AddsNothingThatIsThere) {
 }
 
 TEST(OdbcConnectionString, AddsToATranslationToo) {
-    EXPECT_EQ(ForOdbc("Provider=SQLOLEDB;Data Source=h"), "Driver={FreeTDS};Server=h;ClientCharset=UTF-8;");
+    EXPECT_EQ(ForOdbc("Provider=SQLOLEDB;Data Source=h"),
+              "Driver={FreeTDS};Server=h;ClientCharset=UTF-8;TDS_Version=7.4;");
 }
 
 TEST(OdbcConnectionString, RefusesAnUnknownProvider) {

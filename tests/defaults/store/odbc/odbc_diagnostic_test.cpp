@@ -22,6 +22,12 @@ TEST(DecisiveDiagnostic, IsTheFirstWhenAllAreWarnings) {
     EXPECT_EQ(Decisive(records).message, "first");
 }
 
+TEST(DecisiveDiagnostic, LeavesOutTheLineBreaksAroundAMessage) {
+    const std::vector<Diagnostic> records = {{"08001", 0, "timeout expired\n\n"}};
+
+    EXPECT_EQ(Decisive(records).message, "timeout expired");
+}
+
 TEST(DecisiveDiagnostic, SaysWhenADriverGivesNoReason) {
     EXPECT_EQ(Decisive({}).state, "HY000");
     EXPECT_EQ(Decisive({}).message, "The driver gives no reason");
