@@ -5,7 +5,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <cstdlib>
+#include <cerrno>
+#include <csignal>
 #include <exception>
 #include <iostream>
 #include <system_error>
@@ -33,12 +34,11 @@ int ProcessGroup::Run(const std::function<void(ProcessGroup& group, int place)>&
     pthread_barrierattr_init(&attributes);
     pthread_barrierattr_setpshared(&attributes, PTHREAD_PROCESS_SHARED);
     pthread_barrier_init(&barrier.barrier, &attributes, kSize);
-    std::vector<pid_t> processes;
+    std::vector<pid_t> running;
     for (int place = 0; place < kSize; ++place) {
         const pid_t process = fork();
         if (process < 0) throw std::system_error(errno, std::generic_category());
         if (process == 0) {
-            alarm(300);  // the others wait for ever for one that went without a word
             try {
                 ProcessGroup group(barrier);
                 work(group, place);
@@ -48,13 +48,16 @@ int ProcessGroup::Run(const std::function<void(ProcessGroup& group, int place)>&
                 _exit(1);
             }
         }
-        processes.push_back(process);
+        running.push_back(process);
     }
     int failed = 0;
-    for (const pid_t process : processes) {
+    for (int ended = 0; ended < kSize; ++ended) {
         int status = -1;
-        waitpid(process, &status, 0);
-        if (status != 0) ++failed;
+        const pid_t first = wait(&status);
+        std::erase(running, first);
+        if (status == 0) continue;
+        ++failed;
+        for (const pid_t process : running) kill(process, SIGKILL);  // they would wait for it for ever
     }
     return failed;
 }

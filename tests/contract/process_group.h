@@ -10,8 +10,9 @@ public:
     static constexpr int kSize = 8;
 
     /// Runs `work` in each of them, with the place of the process in the group from 0, and waits for their
-    /// end. Gives back how many failed: raised, ended themselves, or crashed. What `work` has to hand out
-    /// must lie in memory of Shared(). Nothing that is connected to a server may be open on this thread.
+    /// end. Gives back how many failed: raised, crashed, or were ended because another one had. What `work`
+    /// has to hand out must lie in memory of Shared(). Nothing that is connected to a server may be open on
+    /// this thread.
     static int Run(const std::function<void(ProcessGroup& group, int place)>& work);
 
     /// Waits until every process of the group has come here. To be called by all of them equally often.
