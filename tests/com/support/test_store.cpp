@@ -2,27 +2,47 @@
 
 #include <windows.h>
 
+#include <utility>
+
 #include "defaults/store/create_database_file.h"
 #include "defaults/store/open_session.h"
 #include "defaults/store/script_library.h"
 #include "defaults/store/script_statements.h"
 #include "defaults/system/windows/wide_text.h"
 #include "kxjob/collection.h"
-#include "kxjob/data_store_provider.h"
 
 namespace kxjob::testing_support {
 
-TestStore::TestStore(const std::string& name) {
+TestStore::TestStore(std::string connectionString, DataStoreProvider provider, std::string qualifier)
+    : connectionString_(std::move(connectionString)), provider_(provider), qualifier_(std::move(qualifier)) {}
+
+TestStore TestStore::InFile(const std::string& name) {
     const std::string path = std::string(KXJOB_TEST_STORES) + "/" + name;
     // The driver is the host's and takes its paths; Windows calls see them below drive Z.
     CreateDirectoryW(ToWide("Z:" KXJOB_TEST_STORES).c_str(), nullptr);
     for (const char* ending : {"", "-wal", "-shm"}) DeleteFileW(ToWide("Z:" + path + ending).c_str());
-    connectionString_ = "Driver={SQLite3};Database=" + path + ";";
-    CreateDatabaseFile(connectionString_);
+    TestStore store("Driver={SQLite3};Database=" + path + ";", dspSqlite, "main.");
+    CreateDatabaseFile(store.connectionString_);
+    store.CreateTables();
+    return store;
+}
+
+TestStore TestStore::OnServer(std::string connectionString, DataStoreProvider provider,
+                              std::string qualifier) {
+    TestStore store(std::move(connectionString), provider, std::move(qualifier));
+    for (const char* table : {"job", "JobItem", "jobtask", "JobType", "systemflag", "adminhistory",
+                              "applicationstate", "subsystem"}) {
+        store.Execute("DROP TABLE IF EXISTS " + store.qualifier_ + table);
+    }
+    store.CreateTables();
+    return store;
+}
+
+void TestStore::CreateTables() const {
     Collection options;
     for (const char* script : {"JobTablesDDL", "StandInTablesDDL"}) {
         for (const std::string& statement :
-             ScriptStatements(StoreScriptLibrary().GetScript(options, dspSqlite, "", script, true))) {
+             ScriptStatements(StoreScriptLibrary().GetScript(options, provider_, qualifier_, script, true))) {
             Execute(statement);
         }
     }

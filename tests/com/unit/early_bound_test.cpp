@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 #include <kxJob.h>
 
+#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -54,8 +55,43 @@ std::int32_t RowCount(const Value& rows) {
     return rows.General().Dimensions()[1].count;
 }
 
+/// A database system that the client's store may be on.
+struct Engine {
+    const char* name;
+    TestStore (*makeStore)();
+};
+
+TestStore FileOfThisTest() {
+    const testing::TestInfo& test = *testing::UnitTest::GetInstance()->current_test_info();
+    std::string name = test.name();
+    name.resize(name.find('/'));
+    return TestStore::InFile("early_bound_" + name + ".db");
+}
+
+/// What script/stores says about a server; empty without one.
+std::string ServerOf(const char* variable) {
+    const char* connectionString = std::getenv(variable);
+    return connectionString == nullptr ? std::string() : connectionString;
+}
+
+TestStore PostgreSqlStore() {
+    return TestStore::OnServer(ServerOf("KXJOB_POSTGRESQL"), dspPostgreSql, "public.");
+}
+
+TestStore MariaDbStore() {
+    return TestStore::OnServer(ServerOf("KXJOB_MARIADB"), dspMariaDb, "kx.");
+}
+
+/// The servers are asked only where there are any: script/test starts them for these tests alone.
+std::vector<Engine> Engines() {
+    std::vector<Engine> engines = {{"SqliteFile", FileOfThisTest}};
+    if (!ServerOf("KXJOB_POSTGRESQL").empty()) engines.push_back({"PostgreSql", PostgreSqlStore});
+    if (!ServerOf("KXJOB_MARIADB").empty()) engines.push_back({"MariaDb", MariaDbStore});
+    return engines;
+}
+
 /// A client that was compiled against the type library.
-class EarlyBoundClient : public testing::Test {
+class EarlyBoundClient : public testing::TestWithParam<Engine> {
 protected:
     void SetUp() override {
         store_.Execute(
@@ -64,14 +100,14 @@ protected:
     }
 
     void CreateJob() {
-        ASSERT_EQ(helper_->CreateJob(In(connection_), dspSqlite, In("main."), In(kJob), In("NIGHTLY"),
-                                     In("first job"), In(kState), In("<parameters/>"), 3),
+        ASSERT_EQ(helper_->CreateJob(In(connection_), Provider(), In(store_.Qualifier()), In(kJob),
+                                     In("NIGHTLY"), In("first job"), In(kState), In("<parameters/>"), 3),
                   S_OK);
     }
     std::string AddItem(const char* identifier, LONG sequence) {
         BSTR item = nullptr;
-        EXPECT_EQ(helper_->CreateJobItem(In(connection_), dspSqlite, In("main."), In(kJob), In(identifier),
-                                         In("data"), sequence, &item),
+        EXPECT_EQ(helper_->CreateJobItem(In(connection_), Provider(), In(store_.Qualifier()), In(kJob),
+                                         In(identifier), In("data"), sequence, &item),
                   S_OK);
         return Taken(item);
     }
@@ -81,21 +117,21 @@ protected:
         const Variant description = VariantOf(Value("a task"));
         const Variant user = VariantOf(Value(7));
         const Variant machine = VariantOf(Value(Null{}));
-        EXPECT_EQ(helper_->RegisterJobTask(*connection, In("main."), *description, In(kJob), *user, *machine,
-                                           71, 72, &task),
+        EXPECT_EQ(helper_->RegisterJobTask(*connection, In(store_.Qualifier()), *description, In(kJob), *user,
+                                           *machine, 71, 72, &task),
                   S_OK);
         return Taken(task);
     }
+    ::DataStoreProvider Provider() const { return static_cast<::DataStoreProvider>(store_.Provider()); }
     Value Query(const std::string& sql) { return store_.Query(sql); }
 
     Apartment apartment_;
-    TestStore store_{std::string("early_bound_") +
-                     testing::UnitTest::GetInstance()->current_test_info()->name() + ".db"};
+    TestStore store_ = GetParam().makeStore();
     std::string connection_ = store_.ConnectionString();
     ComPointer<_JobHelper> helper_ = ComPointer<_JobHelper>::From(NewObject(L"Job_83.JobHelper").Get());
 };
 
-TEST_F(EarlyBoundClient, ReadsTheVocabulary) {
+TEST_P(EarlyBoundClient, ReadsTheVocabulary) {
     BSTR text = nullptr;
     ASSERT_EQ(helper_->Version(&text), S_OK);
     EXPECT_EQ(Taken(text), "8.3.1202.0");
@@ -110,21 +146,21 @@ TEST_F(EarlyBoundClient, ReadsTheVocabulary) {
     EXPECT_EQ(truth, VARIANT_FALSE);
 }
 
-TEST_F(EarlyBoundClient, GetsTheCreationScript) {
+TEST_P(EarlyBoundClient, GetsTheCreationScript) {
     ComPointer<IDispatch> options = DispatchOf(std::make_shared<Collection>());
     IDispatch* variable = options.Get();
     BSTR script = nullptr;
-    ASSERT_EQ(helper_->JobTableCreationScript(&variable, dspSqlite, In("q_"), &script), S_OK);
+    ASSERT_EQ(helper_->JobTableCreationScript(&variable, Provider(), In("q_"), &script), S_OK);
     EXPECT_EQ(variable, options.Get());
     EXPECT_NE(Taken(script).find("CREATE TABLE IF NOT EXISTS q_JobType "), std::string::npos);
 }
 
-TEST_F(EarlyBoundClient, CreatesAJobAndReadsItBack) {
+TEST_P(EarlyBoundClient, CreatesAJobAndReadsItBack) {
     CreateJob();
     VARIANT rows;
-    ASSERT_EQ(
-        helper_->GetJob(In(connection_), dspSqlite, In("main."), In(kJob), nullptr, nullptr, nullptr, &rows),
-        S_OK);
+    ASSERT_EQ(helper_->GetJob(In(connection_), Provider(), In(store_.Qualifier()), In(kJob), nullptr, nullptr,
+                              nullptr, &rows),
+              S_OK);
     const Value job = Taken(rows);
     EXPECT_EQ(RowCount(job), 1);
     EXPECT_EQ(Cell(job, jifJobGUID, 0), Value(kJob));
@@ -134,56 +170,64 @@ TEST_F(EarlyBoundClient, CreatesAJobAndReadsItBack) {
     EXPECT_EQ(Cell(job, jifFailureNote, 0), Value(Null{}));
 
     BSTR parameters = nullptr;
-    ASSERT_EQ(helper_->GetJobParameters(In(connection_), dspSqlite, In("main."), In(kJob), &parameters),
-              S_OK);
+    ASSERT_EQ(
+        helper_->GetJobParameters(In(connection_), Provider(), In(store_.Qualifier()), In(kJob), &parameters),
+        S_OK);
     EXPECT_EQ(Taken(parameters), "<parameters/>");
-    ASSERT_EQ(helper_->GetJobType(In(connection_), dspSqlite, In("main."), In("NIGHTLY"), &rows), S_OK);
+    ASSERT_EQ(helper_->GetJobType(In(connection_), Provider(), In(store_.Qualifier()), In("NIGHTLY"), &rows),
+              S_OK);
     EXPECT_EQ(Cell(Taken(rows), jtifComponentInstantiationString, 0), Value("kxTimer_83.Timer"));
 }
 
-TEST_F(EarlyBoundClient, GetsEmptyForNoRow) {
+TEST_P(EarlyBoundClient, GetsEmptyForNoRow) {
     VARIANT rows;
-    ASSERT_EQ(
-        helper_->GetJob(In(connection_), dspSqlite, In("main."), In(kJob), nullptr, nullptr, nullptr, &rows),
-        S_OK);
+    ASSERT_EQ(helper_->GetJob(In(connection_), Provider(), In(store_.Qualifier()), In(kJob), nullptr, nullptr,
+                              nullptr, &rows),
+              S_OK);
     EXPECT_EQ(rows.vt, VT_EMPTY);
 }
 
-TEST_F(EarlyBoundClient, AddsItemsAndFollowsThem) {
+TEST_P(EarlyBoundClient, AddsItemsAndFollowsThem) {
     CreateJob();
     const std::string item = AddItem("only", 0);
     const std::string task = RegisterTask();
-    ASSERT_EQ(helper_->UpdateJobItemStatus(In(connection_), dspSqlite, In("main."), In(item), In("COMPLETE"),
-                                           In("2026-01-01T00:00:00.000Z"), In("2026-01-01T00:00:01.000Z"),
-                                           In(task)),
+    ASSERT_EQ(helper_->UpdateJobItemStatus(In(connection_), Provider(), In(store_.Qualifier()), In(item),
+                                           In("COMPLETE"), In("2026-01-01T00:00:00.000Z"),
+                                           In("2026-01-01T00:00:01.000Z"), In(task)),
               S_OK);
     VARIANT rows;
-    ASSERT_EQ(helper_->GetJobItem(In(connection_), dspSqlite, In("main."), In(item), &rows), S_OK);
+    ASSERT_EQ(helper_->GetJobItem(In(connection_), Provider(), In(store_.Qualifier()), In(item), &rows),
+              S_OK);
     const Value one = Taken(rows);
     EXPECT_EQ(Cell(one, jiifIdentifier, 0), Value("only"));
     EXPECT_EQ(Cell(one, jiifData, 0), Value("data"));
     EXPECT_EQ(Cell(one, jiifJobItemState, 0), Value("COMPLETE"));
-    ASSERT_EQ(helper_->GetJobItems(In(connection_), dspSqlite, In("main."), In(kJob), &rows), S_OK);
+    ASSERT_EQ(helper_->GetJobItems(In(connection_), Provider(), In(store_.Qualifier()), In(kJob), &rows),
+              S_OK);
     EXPECT_EQ(Cell(Taken(rows), 0, 0), Value(item));
-    ASSERT_EQ(
-        helper_->GetJobItemExecutionStatistics(In(connection_), dspSqlite, In("main."), In(kJob), 0, &rows),
-        S_OK);
+    ASSERT_EQ(helper_->GetJobItemExecutionStatistics(In(connection_), Provider(), In(store_.Qualifier()),
+                                                     In(kJob), 0, &rows),
+              S_OK);
     EXPECT_EQ(Cell(Taken(rows), 1, 0), Value("2026-01-01T00:00:00.000Z"));
-    ASSERT_EQ(helper_->JobItemsAtState(In(connection_), In("main."), In(kJob), nullptr, &rows), S_OK);
+    ASSERT_EQ(helper_->JobItemsAtState(In(connection_), In(store_.Qualifier()), In(kJob), nullptr, &rows),
+              S_OK);
     EXPECT_EQ(Cell(Taken(rows), 1, 0), Value(1));
-    ASSERT_EQ(helper_->OwnersOfJobItemsAtState(In(connection_), In("main."), In(kJob), In("COMPLETE"), &rows),
+    ASSERT_EQ(helper_->OwnersOfJobItemsAtState(In(connection_), In(store_.Qualifier()), In(kJob),
+                                               In("COMPLETE"), &rows),
               S_OK);
     EXPECT_EQ(Cell(Taken(rows), 0, 0), Value(Null{})) << "the task named no machine";
 }
 
-TEST_F(EarlyBoundClient, AddsAnItemForEachElementOfAnArrayOfTexts) {
+TEST_P(EarlyBoundClient, AddsAnItemForEachElementOfAnArrayOfTexts) {
     CreateJob();
     SAFEARRAYBOUND bound{2, 1};
     VARIANT texts;
     texts.vt = VT_ARRAY | VT_BSTR;
     texts.parray = SafeArrayCreate(VT_BSTR, 1, &bound);
     for (LONG i = 1; i <= 2; ++i) SafeArrayPutElement(texts.parray, &i, In(i == 1 ? "one" : "two"));
-    EXPECT_EQ(helper_->CreateSimpleJobItems(In(connection_), dspSqlite, In("main."), In(kJob), texts), S_OK);
+    EXPECT_EQ(
+        helper_->CreateSimpleJobItems(In(connection_), Provider(), In(store_.Qualifier()), In(kJob), texts),
+        S_OK);
     VariantClear(&texts);
     const Value rows = Query("SELECT identifier, sequence FROM JobItem ORDER BY sequence");
     EXPECT_EQ(rows.Rows().Cell(0, 0), Value("one"));
@@ -191,16 +235,18 @@ TEST_F(EarlyBoundClient, AddsAnItemForEachElementOfAnArrayOfTexts) {
     EXPECT_EQ(rows.Rows().Cell(1, 1), Value(1));
 }
 
-TEST_F(EarlyBoundClient, RegistersATaskAndClosesIt) {
+TEST_P(EarlyBoundClient, RegistersATaskAndClosesIt) {
     CreateJob();
     const std::string task = RegisterTask();
-    ASSERT_EQ(
-        helper_->UpdateTaskRegistration(In(connection_), In("main."), In(task), In("i7"), In("RUNNING")),
-        S_OK);
-    ASSERT_EQ(helper_->UpdateTaskCommand(In(connection_), In("main."), In(task), In("STOP")), S_OK);
-    ASSERT_EQ(helper_->UpdateJobTaskLock(In(connection_), In("main."), In(task), In("{L}")), S_OK);
+    ASSERT_EQ(helper_->UpdateTaskRegistration(In(connection_), In(store_.Qualifier()), In(task), In("i7"),
+                                              In("RUNNING")),
+              S_OK);
+    ASSERT_EQ(helper_->UpdateTaskCommand(In(connection_), In(store_.Qualifier()), In(task), In("STOP")),
+              S_OK);
+    ASSERT_EQ(helper_->UpdateJobTaskLock(In(connection_), In(store_.Qualifier()), In(task), In("{L}")), S_OK);
     VARIANT rows;
-    ASSERT_EQ(helper_->GetJobTasks(In(connection_), dspSqlite, In("main."), In(kJob), &rows), S_OK);
+    ASSERT_EQ(helper_->GetJobTasks(In(connection_), Provider(), In(store_.Qualifier()), In(kJob), &rows),
+              S_OK);
     const Value tasks = Taken(rows);
     EXPECT_EQ(Cell(tasks, jtfUser, 0), Value("7"));
     EXPECT_EQ(Cell(tasks, jtfLastJobItem, 0), Value("i7"));
@@ -208,26 +254,26 @@ TEST_F(EarlyBoundClient, RegistersATaskAndClosesIt) {
     EXPECT_EQ(Cell(tasks, jtfLockGUID, 0), Value("{L}"));
     EXPECT_EQ(Cell(tasks, jtfProcessID, 0), Value(71));
 
-    ASSERT_EQ(helper_->UnRegisterJobTask(In(connection_), In("main."), In(task)), S_OK);
+    ASSERT_EQ(helper_->UnRegisterJobTask(In(connection_), In(store_.Qualifier()), In(task)), S_OK);
     EXPECT_EQ(Query("SELECT jobtaskstateid FROM jobtask").Rows().Cell(0, 0), Value("COMPLETE"));
-    ASSERT_EQ(
-        helper_->UnRegisterJobTaskIndicatingStatus(In(connection_), In("main."), In(task), VARIANT_FALSE),
-        S_OK);
+    ASSERT_EQ(helper_->UnRegisterJobTaskIndicatingStatus(In(connection_), In(store_.Qualifier()), In(task),
+                                                         VARIANT_FALSE),
+              S_OK);
     EXPECT_EQ(Query("SELECT jobtaskstateid FROM jobtask").Rows().Cell(0, 0), Value("FAILED"));
 }
 
-TEST_F(EarlyBoundClient, ExchangesTheEditorLockOnce) {
+TEST_P(EarlyBoundClient, ExchangesTheEditorLockOnce) {
     CreateJob();
     const std::string task = RegisterTask();
     store_.Execute("UPDATE job SET jobeditorlockguid = '{OLD}'");
     BSTR lock = nullptr;
-    ASSERT_EQ(helper_->GetNewLockExcludingInterlopers(In(connection_), In("main."), In(kJob), In(task),
-                                                      In("{OLD}"), 90.5, &lock),
+    ASSERT_EQ(helper_->GetNewLockExcludingInterlopers(In(connection_), In(store_.Qualifier()), In(kJob),
+                                                      In(task), In("{OLD}"), 90.5, &lock),
               S_OK);
     const std::string taken = Taken(lock);
     EXPECT_EQ(Query("SELECT jobeditorlockguid FROM job").Rows().Cell(0, 0), Value(taken));
-    EXPECT_EQ(helper_->GetNewLockExcludingInterlopers(In(connection_), In("main."), In(kJob), In(task),
-                                                      In("{OLD}"), 90.5, &lock),
+    EXPECT_EQ(helper_->GetNewLockExcludingInterlopers(In(connection_), In(store_.Qualifier()), In(kJob),
+                                                      In(task), In("{OLD}"), 90.5, &lock),
               static_cast<HRESULT>(0x80040000U + 746));
     const AutomationError error = ErrorOf(static_cast<HRESULT>(0x80040000U + 746));
     EXPECT_EQ(error.Source(), "Job_83.JobHelper.GetNewLockExcludingInterlopers");
@@ -235,69 +281,79 @@ TEST_F(EarlyBoundClient, ExchangesTheEditorLockOnce) {
     EXPECT_EQ(lock, nullptr) << "there is no result beside an error";
 }
 
-TEST_F(EarlyBoundClient, IsGivenTheNextJobAndItsRank) {
+TEST_P(EarlyBoundClient, IsGivenTheNextJobAndItsRank) {
     CreateJob();
-    ASSERT_EQ(helper_->UpdateJobStatus(In(connection_), dspSqlite, In("main."), In(kJob), In("QUEUED")),
-              S_OK);
+    ASSERT_EQ(
+        helper_->UpdateJobStatus(In(connection_), Provider(), In(store_.Qualifier()), In(kJob), In("QUEUED")),
+        S_OK);
     BSTR job = Bstr(std::string_view("before")).Release();
     double rank = -1;
-    ASSERT_EQ(helper_->GetNextJob(In(connection_), dspSqlite, In("main."), &job, &rank), S_OK);
+    ASSERT_EQ(helper_->GetNextJob(In(connection_), Provider(), In(store_.Qualifier()), &job, &rank), S_OK);
     EXPECT_EQ(Taken(job), kJob);
     EXPECT_EQ(rank, 1);
 
-    ASSERT_EQ(helper_->UpdateJobStatus(In(connection_), dspSqlite, In("main."), In(kJob), In("COMPLETE")),
+    ASSERT_EQ(helper_->UpdateJobStatus(In(connection_), Provider(), In(store_.Qualifier()), In(kJob),
+                                       In("COMPLETE")),
               S_OK);
     job = Bstr(std::string_view("before")).Release();
-    ASSERT_EQ(helper_->GetNextJob(In(connection_), dspSqlite, In("main."), &job, &rank), S_OK);
+    ASSERT_EQ(helper_->GetNextJob(In(connection_), Provider(), In(store_.Qualifier()), &job, &rank), S_OK);
     EXPECT_EQ(Taken(job), "before");
 }
 
-TEST_F(EarlyBoundClient, ReadsStatisticsAndFailureNotes) {
+TEST_P(EarlyBoundClient, ReadsStatisticsAndFailureNotes) {
     CreateJob();
     const std::string item = AddItem("only", 0);
-    ASSERT_EQ(
-        helper_->AppendJobFailureNote(In(connection_), dspSqlite, In("main."), In(kJob), In("it broke")),
-        S_OK);
-    ASSERT_EQ(
-        helper_->AppendJobItemFailureNote(In(connection_), dspSqlite, In("main."), In(item), In("here")),
-        S_OK);
+    ASSERT_EQ(helper_->AppendJobFailureNote(In(connection_), Provider(), In(store_.Qualifier()), In(kJob),
+                                            In("it broke")),
+              S_OK);
+    ASSERT_EQ(helper_->AppendJobItemFailureNote(In(connection_), Provider(), In(store_.Qualifier()), In(item),
+                                                In("here")),
+              S_OK);
     VARIANT rows;
-    ASSERT_EQ(helper_->GetJobExecutionStatistics(In(connection_), dspSqlite, In("main."), In(kJob), &rows),
+    ASSERT_EQ(helper_->GetJobExecutionStatistics(In(connection_), Provider(), In(store_.Qualifier()),
+                                                 In(kJob), &rows),
               S_OK);
     const Value statistics = Taken(rows);
     EXPECT_EQ(Cell(statistics, sfJobType, 0), Value("NIGHTLY"));
     EXPECT_NE(Cell(statistics, sfFailureNote, 0).Text().find("it broke"), std::string::npos);
     EXPECT_EQ(Cell(statistics, sfAppStateGUID, 0), Value(kState));
-    ASSERT_EQ(helper_->GetJobItem(In(connection_), dspSqlite, In("main."), In(item), &rows), S_OK);
+    ASSERT_EQ(helper_->GetJobItem(In(connection_), Provider(), In(store_.Qualifier()), In(item), &rows),
+              S_OK);
     EXPECT_NE(Cell(Taken(rows), jiifFaliureNote, 0).Text().find("here"), std::string::npos);
-    ASSERT_EQ(helper_->GetJobExecutionStatisticsAllowMissing(In(connection_), dspSqlite, In("main."),
-                                                             In("{none}"), &rows),
+    ASSERT_EQ(helper_->GetJobExecutionStatisticsAllowMissing(In(connection_), Provider(),
+                                                             In(store_.Qualifier()), In("{none}"), &rows),
               S_OK);
     EXPECT_EQ(rows.vt, VT_EMPTY);
 }
 
-TEST_F(EarlyBoundClient, RemovesJobs) {
+TEST_P(EarlyBoundClient, RemovesJobs) {
     CreateJob();
     AddItem("only", 0);
-    ASSERT_EQ(helper_->RemoveIrrelevantJobsInContainer(In(connection_), dspSqlite, In("main."), In(kState),
-                                                       In("{D}")),
+    ASSERT_EQ(helper_->RemoveIrrelevantJobsInContainer(In(connection_), Provider(), In(store_.Qualifier()),
+                                                       In(kState), In("{D}")),
               S_OK);
     EXPECT_FALSE(Query("SELECT jobguid FROM job").IsEmpty()) << "it belongs to the production state";
-    ASSERT_EQ(helper_->RemoveIrrelevantJobsInContainer(In(connection_), dspSqlite, In("main."), In("{P}"),
-                                                       In("{D}")),
+    ASSERT_EQ(helper_->RemoveIrrelevantJobsInContainer(In(connection_), Provider(), In(store_.Qualifier()),
+                                                       In("{P}"), In("{D}")),
               S_OK);
     EXPECT_TRUE(Query("SELECT jobguid FROM job").IsEmpty());
     EXPECT_TRUE(Query("SELECT jobguid FROM JobItem").IsEmpty());
 
     CreateJob();
     store_.Execute("INSERT INTO applicationstate (stateid, stateguid) VALUES ('DEVELOPMENT', '{D}')");
-    ASSERT_EQ(helper_->RemoveIrrelevantJobsInAllContainers(In(connection_), dspSqlite, In("main.")), S_OK);
+    ASSERT_EQ(
+        helper_->RemoveIrrelevantJobsInAllContainers(In(connection_), Provider(), In(store_.Qualifier())),
+        S_OK);
     EXPECT_TRUE(Query("SELECT jobguid FROM job").IsEmpty());
     CreateJob();
-    ASSERT_EQ(helper_->RemoveJobAndItems(In(connection_), dspSqlite, In("main."), In(kJob)), S_OK);
+    ASSERT_EQ(helper_->RemoveJobAndItems(In(connection_), Provider(), In(store_.Qualifier()), In(kJob)),
+              S_OK);
     EXPECT_TRUE(Query("SELECT jobguid FROM job").IsEmpty());
     EXPECT_FALSE(Query("SELECT actioncode FROM adminhistory WHERE actioncode = 'JOB_REMOVED'").IsEmpty());
 }
+
+INSTANTIATE_TEST_SUITE_P(Stores, EarlyBoundClient, testing::ValuesIn(Engines()),
+                         [](const auto& engine) { return std::string(engine.param.name); });
 
 }  // namespace
 }  // namespace kxjob
