@@ -352,6 +352,19 @@ TEST_P(EarlyBoundClient, RemovesJobs) {
     EXPECT_FALSE(Query("SELECT actioncode FROM adminhistory WHERE actioncode = 'JOB_REMOVED'").IsEmpty());
 }
 
+TEST(EarlyBoundDurationTimer, RunsFromItsCreationAndStartsAgainFromZero) {
+    const Apartment apartment;
+    const auto timer = ComPointer<_DurationTimer>::From(NewObject(L"Job_83.DurationTimer").Get());
+    double first = 0;
+    while (first < 0.25) ASSERT_EQ(timer->get_Duration(&first), S_OK);
+    ASSERT_EQ(timer->Start(), S_OK);
+    double second = -1;
+    ASSERT_EQ(timer->get_Duration(&second), S_OK);
+    EXPECT_GE(second, 0);
+    EXPECT_LT(second, first);
+    EXPECT_EQ(timer->get_Duration(nullptr), E_POINTER);
+}
+
 INSTANTIATE_TEST_SUITE_P(Stores, EarlyBoundClient, testing::ValuesIn(Engines()),
                          [](const auto& engine) { return std::string(engine.param.name); });
 
