@@ -2,8 +2,8 @@
 #include <array>
 #include <vector>
 
-#include "automation/utf16.h"
 #include "defaults/store/odbc/text_calls.h"
+#include "defaults/system/windows/wide_text.h"
 
 namespace kxjob {
 namespace {
@@ -24,12 +24,11 @@ bool IsSecondOfPair(wchar_t unit) {
 }  // namespace
 
 DriverText ToDriverText(std::string_view text) {
-    const std::u16string units = ToUtf16(text);
-    return {units.begin(), units.end()};
+    return ToWide(text);
 }
 
 std::string FromDriverText(const DriverText& text) {
-    return ToUtf8(std::u16string(text.begin(), text.end()));
+    return ToUtf8(text);
 }
 
 std::size_t WholeCharacters(std::wstring_view text, std::size_t length) {
