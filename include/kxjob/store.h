@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <string>
 
 #include "kxjob/data_store_provider.h"
@@ -25,6 +26,15 @@ public:
     void Execute(const std::string& sql);
     /// Runs one SELECT; Empty when there is no row.
     Value Query(const std::string& sql);
+    /// Runs the statements in order as one transaction, in one exchange where the engine takes several at
+    /// once. Raises 0x80040000 + 703 when one fails; nothing of them stays then.
+    void ExecuteTogether(std::span<const std::string> statements);
+    /// What the database system calls itself, "PostgreSQL", and its version as it writes it.
+    std::string EngineName();
+    std::string EngineVersion();
+    /// The time now by the store's clock, UTC: "2026-03-01T09:30:15.123Z". Empty for a database system whose
+    /// clock this library does not know how to ask for.
+    std::string NowISODateTime();
     /// The SQL literal of a value. Raises 0x80040000 + 706 for a text that no store can keep.
     std::string Literal(const Value& value);
     /// The qualifier followed by a base table name.

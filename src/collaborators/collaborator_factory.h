@@ -16,13 +16,14 @@
 #include "collaborators/random_source.h"
 #include "collaborators/script_library.h"
 #include "collaborators/sql_formatter.h"
+#include "collaborators/store_information.h"
 #include "collaborators/system_flag_reader.h"
 #include "collaborators/time_service.h"
 #include "collaborators/trace_log.h"
 
 namespace kxjob {
 
-/// Makes the collaborators of one thread. Never gives null, but for the observer.
+/// Makes the collaborators of one thread. Never gives null, but for the last two.
 class CollaboratorFactory {
 public:
     virtual ~CollaboratorFactory() = default;
@@ -49,6 +50,8 @@ public:
 
     /// Who watches the thread's methods; null for nobody.
     virtual std::shared_ptr<MethodObserver> MakeMethodObserver() { return nullptr; }
+    /// Not for the methods: for those who look after stores. Null where stores tell nothing.
+    virtual std::shared_ptr<StoreInformation> MakeStoreInformation() { return nullptr; }
 };
 
 /// The factory of this platform's own collaborators, a new one for each thread. The library declares it and

@@ -5,6 +5,7 @@
 #include "defaults/configuration/configuration_file.h"
 #include "defaults/configuration/document_connection_settings.h"
 #include "defaults/store/script_library.h"
+#include "defaults/store/session_store_information.h"
 #include "defaults/store/store_batch_executor.h"
 #include "defaults/store/store_data_access.h"
 #include "defaults/store/store_flag_reader.h"
@@ -75,6 +76,10 @@ std::shared_ptr<EnvironmentInfo> DefaultCollaborators::MakeEnvironmentInfo() {
 
 std::shared_ptr<KeyedCollection> DefaultCollaborators::MakeKeyedCollection() {
     return std::make_shared<HashKeyedCollection>();
+}
+
+std::shared_ptr<StoreInformation> DefaultCollaborators::MakeStoreInformation() {
+    return std::make_shared<SessionStoreInformation>(sessions_);
 }
 
 const DefaultSettings& DefaultCollaborators::Settings() {

@@ -29,6 +29,7 @@ public:
     std::shared_ptr<BatchSqlExecutor> MakeBatchSqlExecutor() override;
     std::shared_ptr<EnvironmentInfo> MakeEnvironmentInfo() override;
     std::shared_ptr<KeyedCollection> MakeKeyedCollection() override;
+    std::shared_ptr<StoreInformation> MakeStoreInformation() override;
 
 protected:
     const DefaultSettings& Settings();

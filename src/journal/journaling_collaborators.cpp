@@ -80,6 +80,10 @@ std::shared_ptr<KeyedCollection> JournalingCollaborators::MakeKeyedCollection() 
     return std::make_shared<RecordedKeyedCollection>(recorder_, inner_->MakeKeyedCollection());
 }
 
+std::shared_ptr<StoreInformation> JournalingCollaborators::MakeStoreInformation() {
+    return inner_->MakeStoreInformation();
+}
+
 std::shared_ptr<MethodObserver> JournalingCollaborators::MakeMethodObserver() {
     return recorder_;
 }

@@ -33,6 +33,8 @@ public:
     std::shared_ptr<BatchSqlExecutor> MakeBatchSqlExecutor() override;
     std::shared_ptr<EnvironmentInfo> MakeEnvironmentInfo() override;
     std::shared_ptr<KeyedCollection> MakeKeyedCollection() override;
+    /// As it is: no method calls it.
+    std::shared_ptr<StoreInformation> MakeStoreInformation() override;
     std::shared_ptr<MethodObserver> MakeMethodObserver() override;
 
 private:

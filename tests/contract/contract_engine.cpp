@@ -80,6 +80,7 @@ ContractEngine File(const std::string& name, const std::string& driver) {
     return {.name = name,
             .provider = dspSqlite,
             .makeStore = [driver] { return std::make_unique<FileStore>(driver); },
+            .engineName = "SQLite",
             .longText = "text"};
 }
 
@@ -100,6 +101,7 @@ ContractEngine PostgreSqlServer() {
         {.name = "PostgreSql",
          .provider = dspPostgreSql,
          .makeStore = {},
+         .engineName = "PostgreSQL",
          .longText = "text",
          .sessionId = "SELECT pg_backend_pid()",
          .endSession = [](const std::string& id) { return "SELECT pg_terminate_backend(" + id + ")"; },
@@ -114,6 +116,7 @@ ContractEngine MariaDbServer() {
         {.name = "MariaDb",
          .provider = dspMariaDb,
          .makeStore = {},
+         .engineName = "MariaDB",
          .longText = "longtext",
          .sessionId = "SELECT CONNECTION_ID()",
          .endSession = [](const std::string& id) { return "KILL CONNECTION " + id; },

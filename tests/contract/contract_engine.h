@@ -23,6 +23,8 @@ struct ContractEngine {
     std::string name;
     DataStoreProvider provider = dspSqlite;
     std::function<std::unique_ptr<ContractStore>()> makeStore;
+    /// What the database system calls itself.
+    std::string engineName = {};
     /// The type of a column for texts of any length.
     std::string longText;
     /// What only servers have: the statements that tell a session's id, end the session of an id, keep a

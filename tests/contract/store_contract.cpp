@@ -95,6 +95,28 @@ TEST_P(StoreContract, CreatesTablesFromManyProcessesAtOnce) {
     }
 }
 
+TEST_P(StoreContract, TellsItsEngineAndTheTimeByItsClock) {
+    EXPECT_EQ(tables_->EngineName(), GetParam().engineName);
+    EXPECT_FALSE(tables_->EngineVersion().empty());
+    const std::string before = NowISODateTime();
+    const std::string now = tables_->NowISODateTime();
+    EXPECT_THAT(now,
+                testing::MatchesRegex("[0-9]{4}-[0-9]{2}-[0-9]{2}T[0-9]{2}:[0-9]{2}:[0-9]{2}\\.[0-9]{3}Z"));
+    EXPECT_GE(now, before);  // every store of this suite is on this machine
+    EXPECT_LE(now, NowISODateTime());
+}
+
+TEST_P(StoreContract, RunsStatementsTogetherOrNotAtAll) {
+    const std::string insert = "INSERT INTO kx_JobType (jobtypeid, description) VALUES ";
+    tables_->ExecuteTogether(std::vector{insert + "('A', 'a')", insert + "('B', 'b')"});
+    EXPECT_THROW(tables_->ExecuteTogether(std::vector{insert + "('C', 'c')", insert + "('A', 'again')"}),
+                 AutomationError);
+    tables_->ExecuteTogether({});
+
+    EXPECT_EQ(Cell(*tables_, "SELECT COUNT(*) FROM kx_JobType WHERE description IN ('a', 'b', 'c', 'again')"),
+              2);
+}
+
 TEST_P(StoreContract, TakesEveryCallOfEveryMethod) {
     int number = 0;
     for (const MethodCall& method : EveryMethod()) {

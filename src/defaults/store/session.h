@@ -24,6 +24,11 @@ public:
     /// Runs the statements in order as one transaction. When one fails nothing of the batch stays, and the
     /// description names its place in the batch.
     virtual void RunBatch(std::span<const std::string> statements) = 0;
+    /// What the database system calls itself, and its version as it writes it.
+    virtual std::string EngineName() = 0;
+    virtual std::string EngineVersion() = 0;
+    /// The SELECT of one cell, the time by the store's clock as ISO text in UTC; empty when none is known.
+    virtual std::string NowQuery() const = 0;
     /// Whether an error has shown that the connection is of no more use.
     virtual bool IsLost() const = 0;
 };

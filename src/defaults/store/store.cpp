@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "automation/runtime_error.h"
 #include "collaborators/this_thread.h"
 #include "defaults/store/create_database_file.h"
 #include "defaults/store/script_statements.h"
@@ -15,6 +16,13 @@ namespace kxjob {
 namespace {
 
 constexpr std::int32_t kMode = 1;
+
+/// That of the calling thread.
+std::shared_ptr<StoreInformation> Information() {
+    std::shared_ptr<StoreInformation> information = ThisThread().Factory().MakeStoreInformation();
+    if (information == nullptr) RaiseRuntimeError(error_number::kObjectNotSet);
+    return information;
+}
 
 }  // namespace
 
@@ -46,9 +54,25 @@ std::string Store::Literal(const Value& value) {
     return ThisThread().Formatter().FormatValue(value);
 }
 
-/// As one batch: some engines need to have the whole of it before another process creates the same tables.
+std::string Store::EngineName() {
+    return Information()->EngineName(connectionString_);
+}
+
+std::string Store::EngineVersion() {
+    return Information()->EngineVersion(connectionString_);
+}
+
+std::string Store::NowISODateTime() {
+    return Information()->NowISODateTime(connectionString_);
+}
+
+/// Some engines need to have the whole of it before another process creates the same tables.
 void Store::RunScript(const std::string& script) {
-    const std::vector<std::string> statements = ScriptStatements(script);
+    ExecuteTogether(ScriptStatements(script));
+}
+
+void Store::ExecuteTogether(std::span<const std::string> statements) {
+    if (statements.empty()) return;
     const std::shared_ptr<BatchSqlExecutor> executor = ThisThread().Factory().MakeBatchSqlExecutor();
     executor->Open(connectionString_, provider_, static_cast<std::int32_t>(statements.size()));
     for (const std::string& statement : statements) executor->Add(statement);

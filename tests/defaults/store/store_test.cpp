@@ -127,6 +127,11 @@ TEST_F(StoreOnMocks, RunsStatementsOfOnesOwn) {
     EXPECT_EQ(store_.Query("SELECT 7"), Rows({{7}}));
 }
 
+TEST_F(StoreOnMocks, RaisesWhenNothingTellsAboutTheStore) {
+    EXPECT_EQ(ErrorOf([&] { store_.EngineName(); }).Number(), error_number::kObjectNotSet);
+    EXPECT_EQ(ErrorOf([&] { store_.NowISODateTime(); }).Number(), error_number::kObjectNotSet);
+}
+
 TEST_F(StoreOnMocks, GivesTheFormattersLiterals) {
     EXPECT_EQ(store_.Literal("it's"), "V(it's)");
 }

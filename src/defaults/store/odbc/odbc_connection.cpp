@@ -75,7 +75,15 @@ OdbcConnection::OdbcConnection(const std::string& connectionString)
         const Diagnostic why = Decisive(Diagnostics(SQL_HANDLE_DBC, connection_.get()));
         RaiseConnectionFailed(WithoutPasswords(why.message, connectionString), why.state);
     }
-    engine_ = &OdbcEngineNamed(InfoText(connection_.get(), SQL_DBMS_NAME));
+    engine_ = &OdbcEngineNamed(EngineName());
+}
+
+std::string OdbcConnection::EngineName() const {
+    return InfoText(connection_.get(), SQL_DBMS_NAME);
+}
+
+std::string OdbcConnection::EngineVersion() const {
+    return InfoText(connection_.get(), SQL_DBMS_VER);
 }
 
 OdbcStatementHandle OdbcConnection::NewStatement() {

@@ -16,6 +16,9 @@ public:
     explicit OdbcConnection(const std::string& connectionString);
 
     const OdbcEngine& Engine() const { return *engine_; }
+    /// What the driver says.
+    std::string EngineName() const;
+    std::string EngineVersion() const;
     bool IsLost() const { return lost_; }
 
     OdbcStatementHandle NewStatement();

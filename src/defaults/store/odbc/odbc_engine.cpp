@@ -15,6 +15,8 @@ constexpr std::array<string_view, 1> kPostgreSqlSetUp = {
     "SET standard_conforming_strings = on; "
     "SET SESSION CHARACTERISTICS AS TRANSACTION ISOLATION LEVEL READ COMMITTED; "
     "SET lock_timeout = 30000; SET client_min_messages = warning"};
+constexpr string_view kPostgreSqlNow =
+    "SELECT to_char(clock_timestamp() AT TIME ZONE 'UTC', 'YYYY-MM-DD\"T\"HH24:MI:SS.MS\"Z\"')";
 constexpr BatchForm kPostgreSqlBatch = {.transaction = false, .joined = true, .between = ";\n"};
 constexpr std::array kPostgreSqlErrors = {
     ErrorRule{.state = "42P01", .meaning = "42S02"},  // no such table
@@ -36,6 +38,8 @@ constexpr std::array<string_view, 2> kMySqlSetUp = {
     "SET SESSION sql_mode='STRICT_ALL_TABLES,NO_ENGINE_SUBSTITUTION,NO_BACKSLASH_ESCAPES,ANSI_QUOTES', "
     "SESSION innodb_lock_wait_timeout=30",
     "SET SESSION TRANSACTION ISOLATION LEVEL READ COMMITTED"};
+constexpr string_view kMariaDbNow =
+    "SELECT CONCAT(LEFT(DATE_FORMAT(UTC_TIMESTAMP(3), '%Y-%m-%dT%H:%i:%s.%f'), 23), 'Z')";
 constexpr BatchForm kMariaDbBatch = {
     .transaction = false,
     .joined = true,
@@ -56,6 +60,8 @@ constexpr std::array kMariaDbErrors = {
 constexpr std::array<string_view, 1> kSqlServerSetUp = {
     "SET TEXTSIZE 2147483647; SET QUOTED_IDENTIFIER ON; SET ANSI_NULLS ON; SET XACT_ABORT ON; "
     "SET NOCOUNT ON; SET LOCK_TIMEOUT 30000"};
+constexpr string_view kSqlServerNow =
+    "SELECT CONVERT(varchar(23), CAST(SYSUTCDATETIME() AS datetime2(3)), 126) + 'Z'";
 constexpr BatchForm kSqlServerBatch = {.transaction = true, .joined = true, .between = ";\n"};
 constexpr std::array kSqlServerErrors = {
     ErrorRule{.native = 20017, .meaning = "08S01", .lost = true},  // the server has gone away
@@ -66,6 +72,7 @@ constexpr std::array kSqlServerErrors = {
 /// A file is not looked into before something is asked of it. The driver has one state for all faults; its
 /// natives are the result codes of SQLite.
 constexpr std::array<string_view, 2> kSqliteSetUp = {"PRAGMA busy_timeout = 30000", "PRAGMA schema_version"};
+constexpr string_view kSqliteNow = "SELECT strftime('%Y-%m-%dT%H:%M:%fZ', 'now')";
 constexpr std::array kSqliteErrors = {
     ErrorRule{.native = 1, .messagePart = "no such table", .meaning = "42S02"},
     ErrorRule{.native = 1, .messagePart = "no such column", .meaning = "42S22"},
@@ -82,11 +89,13 @@ constexpr std::array kSqliteErrors = {
 };
 
 constexpr std::array kEngines = {
-    OdbcEngine{"PostgreSQL", kPostgreSqlSetUp, kPostgreSqlBatch, kDriverLongText, kPostgreSqlErrors},
-    OdbcEngine{"MariaDB", kMariaDbSetUp, kMariaDbBatch, kDriverLongText, kMariaDbErrors},
-    OdbcEngine{"MySQL", kMySqlSetUp, kOneByOne, kDriverLongText, kMariaDbErrors},
-    OdbcEngine{"Microsoft SQL Server", kSqlServerSetUp, kSqlServerBatch, SQL_WLONGVARCHAR, kSqlServerErrors},
-    OdbcEngine{"SQLite", kSqliteSetUp, kOneByOne, kDriverLongText, kSqliteErrors},
+    OdbcEngine{"PostgreSQL", kPostgreSqlSetUp, kPostgreSqlBatch, kDriverLongText, kPostgreSqlErrors,
+               kPostgreSqlNow},
+    OdbcEngine{"MariaDB", kMariaDbSetUp, kMariaDbBatch, kDriverLongText, kMariaDbErrors, kMariaDbNow},
+    OdbcEngine{"MySQL", kMySqlSetUp, kOneByOne, kDriverLongText, kMariaDbErrors, kMariaDbNow},
+    OdbcEngine{"Microsoft SQL Server", kSqlServerSetUp, kSqlServerBatch, SQL_WLONGVARCHAR, kSqlServerErrors,
+               kSqlServerNow},
+    OdbcEngine{"SQLite", kSqliteSetUp, kOneByOne, kDriverLongText, kSqliteErrors, kSqliteNow},
 };
 
 constexpr OdbcEngine kAnyOther = {"", {}, kOneByOne, kDriverLongText, {}};

@@ -21,6 +21,9 @@ public:
                        const std::string& valueColumn, const std::string& value) override;
     /// The place of a failing statement is known where each has an exchange of its own.
     void RunBatch(std::span<const std::string> statements) override;
+    std::string EngineName() override { return connection_.EngineName(); }
+    std::string EngineVersion() override { return connection_.EngineVersion(); }
+    std::string NowQuery() const override { return std::string(connection_.Engine().nowQuery); }
     bool IsLost() const override { return connection_.IsLost(); }
 
 private:

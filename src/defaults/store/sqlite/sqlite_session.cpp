@@ -107,6 +107,10 @@ void SqliteSession::RunBatch(std::span<const std::string> statements) {
     transaction.Commit();
 }
 
+std::string SqliteSession::EngineVersion() {
+    return sqlite3_libversion();
+}
+
 void SqliteSession::RequireFileInPlace() {
     int moved = 0;
     sqlite3_file_control(database_.get(), "main", SQLITE_FCNTL_HAS_MOVED, &moved);

@@ -26,6 +26,9 @@ public:
     void WriteLongText(const std::string& table, const std::string& keyColumn, const std::string& keyValue,
                        const std::string& valueColumn, const std::string& value) override;
     void RunBatch(std::span<const std::string> statements) override;
+    std::string EngineName() override { return "SQLite"; }
+    std::string EngineVersion() override;
+    std::string NowQuery() const override { return "SELECT strftime('%Y-%m-%dT%H:%M:%fZ', 'now')"; }
     bool IsLost() const override { return lost_; }
 
 private:
