@@ -9,22 +9,14 @@
 #include <vector>
 
 #include "kxjob/automation_error.h"
+#include "support/raised_error.h"
+#include "support/sample_errors.h"
 
 namespace kxjob {
 namespace {
 
-constexpr auto kSubscriptOutOfRange = static_cast<std::int32_t>(0x800A0009U);
-
-template <typename Action>
-void ExpectOutOfRange(Action&& action) {
-    try {
-        action();
-    } catch (const AutomationError& error) {
-        EXPECT_EQ(error.Number(), kSubscriptOutOfRange);
-        return;
-    }
-    ADD_FAILURE() << "no error was raised";
-}
+using testing_support::kSubscriptOutOfRange;
+using testing_support::NumberOf;
 
 template <std::size_t Count>
 Value ElementAt(const Array& array, const std::array<std::int32_t, Count>& index) {
@@ -54,8 +46,8 @@ TEST(Array, ListsItemsFromItsLowerBound) {
     EXPECT_EQ(list.At(1), Value("a"));
     EXPECT_EQ(list.At(2), Value(2));
     EXPECT_EQ(list.At(3), Value(Null()));
-    ExpectOutOfRange([&] { static_cast<void>(list.At(0)); });
-    ExpectOutOfRange([&] { static_cast<void>(list.At(4)); });
+    EXPECT_EQ(NumberOf([&] { static_cast<void>(list.At(0)); }), kSubscriptOutOfRange);
+    EXPECT_EQ(NumberOf([&] { static_cast<void>(list.At(4)); }), kSubscriptOutOfRange);
 }
 
 TEST(Array, ListsFromZeroUnlessToldOtherwise) {
@@ -67,13 +59,13 @@ TEST(Array, MayBeEmpty) {
     const Array list = Array::List({}, 1);
     EXPECT_EQ(list.ElementCount(), 0U);
     EXPECT_EQ(list.Dimensions()[0], (Array::Dimension{1, 0}));
-    ExpectOutOfRange([&] { static_cast<void>(list.At(1)); });
+    EXPECT_EQ(NumberOf([&] { static_cast<void>(list.At(1)); }), kSubscriptOutOfRange);
     EXPECT_EQ(Array({{0, 3}, {0, 0}}).ElementCount(), 0U);
 }
 
 TEST(Array, RefusesToBeWithoutADimensionOrOfANegativeSize) {
-    ExpectOutOfRange([] { const Array array({}); });
-    ExpectOutOfRange([] { const Array array({{0, 2}, {0, -1}}); });
+    EXPECT_EQ(NumberOf([] { const Array array({}); }), kSubscriptOutOfRange);
+    EXPECT_EQ(NumberOf([] { const Array array({{0, 2}, {0, -1}}); }), kSubscriptOutOfRange);
 }
 
 TEST(Array, RefusesIndexesOfMoreThan32Bits) {
@@ -85,17 +77,24 @@ TEST(Array, RefusesIndexesOfMoreThan32Bits) {
 
 TEST(Array, WantsOneIndexForEachDimension) {
     const Array array({{0, 2}, {0, 2}});
-    ExpectOutOfRange([&] { static_cast<void>(array.At(0)); });
-    ExpectOutOfRange([&] { static_cast<void>(ElementAt(array, std::array{0, 0, 0})); });
-    ExpectOutOfRange([&] { static_cast<void>(array.At(std::span<const std::int32_t>())); });
+    EXPECT_EQ(NumberOf([&] { static_cast<void>(array.At(0)); }), kSubscriptOutOfRange);
+    EXPECT_EQ(NumberOf([&] {
+                  static_cast<void>(ElementAt(array, std::array{0, 0, 0}));
+              }),
+              kSubscriptOutOfRange);
+    EXPECT_EQ(NumberOf([&] { static_cast<void>(array.At(std::span<const std::int32_t>())); }),
+              kSubscriptOutOfRange);
 }
 
 TEST(Array, RefusesAnIndexOutsideOfAnyDimension) {
     const Array array({{-1, 2}, {5, 3}});
-    ExpectOutOfRange([&] { static_cast<void>(ElementAt(array, std::array{-2, 5})); });
-    ExpectOutOfRange([&] { static_cast<void>(ElementAt(array, std::array{1, 5})); });
-    ExpectOutOfRange([&] { static_cast<void>(ElementAt(array, std::array{0, 4})); });
-    ExpectOutOfRange([&] { static_cast<void>(ElementAt(array, std::array{0, 8})); });
+    EXPECT_EQ(NumberOf([&] {
+                  static_cast<void>(ElementAt(array, std::array{-2, 5}));
+              }),
+              kSubscriptOutOfRange);
+    EXPECT_EQ(NumberOf([&] { static_cast<void>(ElementAt(array, std::array{1, 5})); }), kSubscriptOutOfRange);
+    EXPECT_EQ(NumberOf([&] { static_cast<void>(ElementAt(array, std::array{0, 4})); }), kSubscriptOutOfRange);
+    EXPECT_EQ(NumberOf([&] { static_cast<void>(ElementAt(array, std::array{0, 8})); }), kSubscriptOutOfRange);
 }
 
 TEST(Array, ReachesElementsAtTheEndsOfTheIndexRange) {
@@ -103,10 +102,10 @@ TEST(Array, ReachesElementsAtTheEndsOfTheIndexRange) {
     constexpr std::int32_t kMax = std::numeric_limits<std::int32_t>::max();
     const Array lowest = Array::List({"first", "second"}, kMin);
     EXPECT_EQ(lowest.At(kMin), Value("first"));
-    ExpectOutOfRange([&] { static_cast<void>(lowest.At(kMax)); });
+    EXPECT_EQ(NumberOf([&] { static_cast<void>(lowest.At(kMax)); }), kSubscriptOutOfRange);
     const Array highest = Array::List({"last"}, kMax);
     EXPECT_EQ(highest.At(kMax), Value("last"));
-    ExpectOutOfRange([&] { static_cast<void>(highest.At(kMin)); });
+    EXPECT_EQ(NumberOf([&] { static_cast<void>(highest.At(kMin)); }), kSubscriptOutOfRange);
 }
 
 TEST(Array, KeepsEveryElementAtItsOwnIndexes) {

@@ -12,26 +12,18 @@
 #include <vector>
 
 #include "kxjob/automation_error.h"
+#include "support/raised_error.h"
+#include "support/sample_errors.h"
 
 namespace kxjob {
 namespace {
 
-constexpr auto kInvalidCall = static_cast<std::int32_t>(0x800A0005U);
-constexpr auto kSubscriptOutOfRange = static_cast<std::int32_t>(0x800A0009U);
-constexpr auto kDuplicateKey = static_cast<std::int32_t>(0x800A01C9U);
-constexpr auto kUnknownMember = static_cast<std::int32_t>(0x80020003U);
-constexpr auto kWrongArgumentCount = static_cast<std::int32_t>(0x8002000EU);
-
-template <typename Action>
-std::int32_t NumberOf(Action&& action) {
-    try {
-        action();
-    } catch (const AutomationError& error) {
-        return error.Number();
-    }
-    ADD_FAILURE() << "no error was raised";
-    return 0;
-}
+using testing_support::kDuplicateKey;
+using testing_support::kInvalidCall;
+using testing_support::kSubscriptOutOfRange;
+using testing_support::kUnknownMember;
+using testing_support::kWrongArgumentCount;
+using testing_support::NumberOf;
 
 std::vector<Value> ItemsOf(const Collection& collection) {
     std::vector<Value> items;

@@ -9,12 +9,15 @@
 
 #include "kxjob/automation_error.h"
 #include "kxjob/value.h"
+#include "support/raised_error.h"
+#include "support/sample_errors.h"
 
 namespace kxjob {
 namespace {
 
-constexpr auto kUnknownMember = static_cast<std::int32_t>(0x80020003U);
-constexpr auto kWrongArgumentCount = static_cast<std::int32_t>(0x8002000EU);
+using testing_support::ErrorOf;
+using testing_support::kUnknownMember;
+using testing_support::kWrongArgumentCount;
 
 class Nothing : public Component {
 public:
@@ -31,17 +34,6 @@ public:
         return arguments[0].ToInt32() + arguments[1].ToInt32();
     }
 };
-
-template <typename Action>
-AutomationError ErrorOf(Action&& action) {
-    try {
-        action();
-    } catch (const AutomationError& error) {
-        return error;
-    }
-    ADD_FAILURE() << "no error was raised";
-    return {0, "", ""};
-}
 
 void ExpectUnknown(const AutomationError& error, const std::string& member) {
     EXPECT_EQ(error.Number(), kUnknownMember);

@@ -4,22 +4,14 @@
 
 #include "kxjob/array.h"
 #include "kxjob/automation_error.h"
+#include "support/raised_error.h"
+#include "support/sample_errors.h"
 
 namespace kxjob {
 namespace {
 
-constexpr auto kSubscriptOutOfRange = static_cast<std::int32_t>(0x800A0009U);
-
-template <typename Action>
-void ExpectOutOfRange(Action&& action) {
-    try {
-        action();
-    } catch (const AutomationError& error) {
-        EXPECT_EQ(error.Number(), kSubscriptOutOfRange);
-        return;
-    }
-    ADD_FAILURE() << "no error was raised";
-}
+using testing_support::kSubscriptOutOfRange;
+using testing_support::NumberOf;
 
 RowArray TwoRowsOfThree() {
     RowArray rows(3);
@@ -41,25 +33,25 @@ TEST(RowArray, IsIndexedByColumnThenRow) {
 
 TEST(RowArray, RefusesACellThatItDoesNotHave) {
     const RowArray rows = TwoRowsOfThree();
-    ExpectOutOfRange([&] { static_cast<void>(rows.Cell(-1, 0)); });
-    ExpectOutOfRange([&] { static_cast<void>(rows.Cell(3, 0)); });
-    ExpectOutOfRange([&] { static_cast<void>(rows.Cell(0, -1)); });
-    ExpectOutOfRange([&] { static_cast<void>(rows.Cell(0, 2)); });
+    EXPECT_EQ(NumberOf([&] { static_cast<void>(rows.Cell(-1, 0)); }), kSubscriptOutOfRange);
+    EXPECT_EQ(NumberOf([&] { static_cast<void>(rows.Cell(3, 0)); }), kSubscriptOutOfRange);
+    EXPECT_EQ(NumberOf([&] { static_cast<void>(rows.Cell(0, -1)); }), kSubscriptOutOfRange);
+    EXPECT_EQ(NumberOf([&] { static_cast<void>(rows.Cell(0, 2)); }), kSubscriptOutOfRange);
 }
 
 TEST(RowArray, HoldsNoRowAtFirst) {
     const RowArray rows(2);
     EXPECT_EQ(rows.Rows(), 0);
     EXPECT_EQ(rows.Columns(), 2);
-    ExpectOutOfRange([&] { static_cast<void>(rows.Cell(0, 0)); });
+    EXPECT_EQ(NumberOf([&] { static_cast<void>(rows.Cell(0, 0)); }), kSubscriptOutOfRange);
     EXPECT_EQ(RowArray(0).Rows(), 0);
 }
 
 TEST(RowArray, RefusesARowOfAnotherLengthAndStaysAsItWas) {
     RowArray rows = TwoRowsOfThree();
-    ExpectOutOfRange([&] { rows.AddRow({"c", 3}); });
-    ExpectOutOfRange([&] { rows.AddRow({"c", 3, 1, 2}); });
-    ExpectOutOfRange([&] { rows.AddRow({}); });
+    EXPECT_EQ(NumberOf([&] { rows.AddRow({"c", 3}); }), kSubscriptOutOfRange);
+    EXPECT_EQ(NumberOf([&] { rows.AddRow({"c", 3, 1, 2}); }), kSubscriptOutOfRange);
+    EXPECT_EQ(NumberOf([&] { rows.AddRow({}); }), kSubscriptOutOfRange);
     EXPECT_EQ(rows, TwoRowsOfThree());
 }
 
@@ -72,7 +64,7 @@ TEST(RowArray, CompletesARowWithItsLastCell) {
     EXPECT_EQ(rows.Cell(1, 0), Value(1));
     rows.AddCell("b");
     EXPECT_EQ(rows.Rows(), 1);
-    ExpectOutOfRange([&] { static_cast<void>(rows.Cell(0, 1)); });
+    EXPECT_EQ(NumberOf([&] { static_cast<void>(rows.Cell(0, 1)); }), kSubscriptOutOfRange);
 }
 
 TEST(RowArray, IsTheSameFilledByCellOrByRow) {

@@ -16,25 +16,17 @@
 #include "kxjob/array.h"
 #include "kxjob/automation_error.h"
 #include "kxjob/collection.h"
+#include "support/raised_error.h"
+#include "support/sample_errors.h"
 
 namespace kxjob {
 namespace {
 
-constexpr auto kTypeMismatch = static_cast<std::int32_t>(0x800A000DU);
-constexpr auto kInvalidUseOfNull = static_cast<std::int32_t>(0x800A005EU);
-constexpr auto kOverflow = static_cast<std::int32_t>(0x800A0006U);
-constexpr auto kObjectNotSet = static_cast<std::int32_t>(0x800A005BU);
-
-template <typename Action>
-std::int32_t NumberOf(Action&& action) {
-    try {
-        action();
-    } catch (const AutomationError& error) {
-        return error.Number();
-    }
-    ADD_FAILURE() << "no error was raised";
-    return 0;
-}
+using testing_support::kInvalidUseOfNull;
+using testing_support::kObjectNotSet;
+using testing_support::kOverflow;
+using testing_support::kTypeMismatch;
+using testing_support::NumberOf;
 
 Value SomeRows() {
     RowArray rows(1);

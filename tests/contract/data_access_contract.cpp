@@ -7,16 +7,13 @@
 
 #include "defaults/store/store_test_support.h"
 #include "defaults/text/standard_sql_formatter.h"
+#include "support/sample_errors.h"
 
 namespace kxjob::testing_support {
 namespace {
 
 using testing::HasSubstr;
 using testing::StartsWith;
-
-constexpr auto kNoRow = static_cast<std::int32_t>(0x80040000U + 702);
-constexpr auto kStatementFailed = static_cast<std::int32_t>(0x80040000U + 703);
-constexpr auto kUnstorableText = static_cast<std::int32_t>(0x80040000U + 706);
 
 /// Texts that some engine, driver or literal has been known to change.
 const std::vector<std::string> kDelicateTexts = {

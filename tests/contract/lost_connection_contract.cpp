@@ -7,13 +7,12 @@
 #include "defaults/store/open_session.h"
 #include "defaults/store/store_test_support.h"
 #include "kxjob/array.h"
+#include "support/sample_errors.h"
 
 namespace kxjob::testing_support {
 namespace {
 
 using testing::HasSubstr;
-
-constexpr auto kStatementFailed = static_cast<std::int32_t>(0x80040000U + 703);
 
 /// What a lost connection to a server means: an error for the call that meets it, and a new connection for
 /// the next one.

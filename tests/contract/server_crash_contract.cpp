@@ -8,11 +8,10 @@
 #include "kxjob/automation_error.h"
 #include "kxjob/call_journal.h"
 #include "kxjob/caller_texts.h"
+#include "support/sample_errors.h"
 
 namespace kxjob::testing_support {
 namespace {
-
-constexpr auto kLockTaken = static_cast<std::int32_t>(kObjectErrorBase + 746);
 
 /// Kills the server, and starts it again, just before the first statement that begins with these words.
 class CrashBefore : public JournalSink {

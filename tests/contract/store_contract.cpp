@@ -17,6 +17,7 @@
 #include "kxjob/caller_texts.h"
 #include "seeded/seeded_store.h"
 #include "support/every_method.h"
+#include "support/sample_errors.h"
 
 namespace kxjob::testing_support {
 
@@ -24,8 +25,6 @@ using testing::EndsWith;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-constexpr auto kUnstorableText = static_cast<std::int32_t>(0x80040000U + 706);
-constexpr auto kLockTaken = static_cast<std::int32_t>(0x80040000U + 746);
 constexpr const char* kStateGuid1 = "{00000000-0000-4000-8000-000000000001}";
 constexpr const char* kStateGuid2 = "{00000000-0000-4000-8000-000000000002}";
 

@@ -8,10 +8,11 @@ using ::testing::InSequence;
 using ::testing::Return;
 using ::testing::StrictMock;
 using ::testing::Throw;
+using testing_support::ErrorOf;
 using testing_support::JobHelperTest;
 using testing_support::MockComponent;
 
-const AutomationError kFailure(-88, "The configuration", "it failed");
+const AutomationError kConfigurationFailure(-88, "The configuration", "it failed");
 
 constexpr const char* kAllTasks =
     "SELECT jobtaskguid, description, jobguid, machine, processid, threadid, lastjobitem, command,"
@@ -43,7 +44,7 @@ protected:
         EXPECT_CALL(data, Query("cfgdb", provider, 1, kAllTasks, true)).WillOnce(Return(Value()));
     }
     void ExpectFailure(const std::vector<std::string>& frames) {
-        ExpectPassedOn([&] { helper.GetJobTasks("", 2, ""); }, kFailure, frames);
+        ExpectPassedOn([&] { helper.GetJobTasks("", 2, ""); }, kConfigurationFailure, frames);
     }
 
     std::shared_ptr<HelperMock> configuration = std::make_shared<HelperMock>();
@@ -205,7 +206,8 @@ TEST_F(ConfigurationFallback, ReleasesTheConfigurationHelperAfterAFailure) {
     EXPECT_CALL(platform, CreateObject("cfgApiCom_83.ComVTLConfigHelper"))
         .WillOnce([&](const std::string&) -> ComponentRef {
             auto component = std::make_shared<HelperMock>();
-            EXPECT_CALL(*component, CallMember("Init", ElementsAre(Value("")))).WillOnce(Throw(kFailure));
+            EXPECT_CALL(*component, CallMember("Init", ElementsAre(Value(""))))
+                .WillOnce(Throw(kConfigurationFailure));
             helperOfTheCall = component;
             return component;
         });
@@ -274,7 +276,8 @@ TEST_F(ConfigurationFallback, GoesOnWithTheEmptyTextsOfTheDocument) {
 }
 
 TEST_F(ConfigurationFallback, PassesOnThatThereIsNoConfigurationHelper) {
-    EXPECT_CALL(platform, CreateObject("cfgApiCom_83.ComVTLConfigHelper")).WillOnce(Throw(kFailure));
+    EXPECT_CALL(platform, CreateObject("cfgApiCom_83.ComVTLConfigHelper"))
+        .WillOnce(Throw(kConfigurationFailure));
 
     ExpectFailure({"RMConnectionDocument", "GetJobTasks"});
     EXPECT_EQ(made.settings, 0);
@@ -283,7 +286,8 @@ TEST_F(ConfigurationFallback, PassesOnThatThereIsNoConfigurationHelper) {
 TEST_F(ConfigurationFallback, TriesAgainAfterAnInitThatFailed) {
     InSequence inThisOrder;
     ExpectHelper(configuration);
-    EXPECT_CALL(*configuration, CallMember("Init", ElementsAre(Value("")))).WillOnce(Throw(kFailure));
+    EXPECT_CALL(*configuration, CallMember("Init", ElementsAre(Value(""))))
+        .WillOnce(Throw(kConfigurationFailure));
     ExpectHelper(configuration);
     ExpectDocument(*configuration);
     EXPECT_CALL(settings, LoadFromText("the document"));
@@ -301,7 +305,7 @@ TEST_F(ConfigurationFallback, PassesOnThatTheDocumentCannotBeRead) {
     InSequence inThisOrder;
     ExpectHelper(configuration);
     EXPECT_CALL(*configuration, CallMember("Init", ElementsAre(Value("")))).WillOnce(Return(Value()));
-    EXPECT_CALL(*configuration, GetMember("RMConnectionDocument")).WillOnce(Throw(kFailure));
+    EXPECT_CALL(*configuration, GetMember("RMConnectionDocument")).WillOnce(Throw(kConfigurationFailure));
 
     ExpectFailure({"RMConnectionDocument", "GetJobTasks"});
 }
@@ -311,7 +315,7 @@ TEST_F(ConfigurationFallback, KeepsTheSettingsEvenWhenTheyCannotBeLoaded) {
     InSequence inThisOrder;
     ExpectHelper(configuration);
     ExpectDocument(*configuration);
-    EXPECT_CALL(settings, LoadFromText("the document")).WillOnce(Throw(kFailure));
+    EXPECT_CALL(settings, LoadFromText("the document")).WillOnce(Throw(kConfigurationFailure));
     ExpectSettings(5);
     ExpectWorkWith(5);
 
@@ -326,7 +330,7 @@ TEST_F(ConfigurationFallback, PassesOnThatTheDocumentNamesNoConnection) {
     ExpectHelper(configuration);
     ExpectDocument(*configuration);
     EXPECT_CALL(settings, LoadFromText("the document"));
-    EXPECT_CALL(settings, ADOConnectionString()).WillOnce(Throw(kFailure));
+    EXPECT_CALL(settings, ADOConnectionString()).WillOnce(Throw(kConfigurationFailure));
 
     ExpectFailure({"GetJobTasks"});
 }
@@ -338,7 +342,7 @@ TEST_F(ConfigurationFallback, PassesOnThatTheQualifierCannotBeRead) {
     EXPECT_CALL(settings, LoadFromText("the document"));
     EXPECT_CALL(settings, ADOConnectionString()).WillOnce(Return("cfgdb"));
     EXPECT_CALL(settings, Provider()).WillOnce(Return(Value(5)));
-    EXPECT_CALL(settings, NameSpaceQualifier()).WillOnce(Throw(kFailure));
+    EXPECT_CALL(settings, NameSpaceQualifier()).WillOnce(Throw(kConfigurationFailure));
 
     ExpectFailure({"GetJobTasks"});
 }

@@ -5,6 +5,7 @@
 #include "frame/factory_over_fixture.h"
 #include "frame/frame.h"
 #include "support/job_helper_test.h"
+#include "support/sample_errors.h"
 
 namespace kxjob {
 namespace {
@@ -17,14 +18,14 @@ using ::testing::Return;
 using ::testing::SetArgReferee;
 using ::testing::StrictMock;
 using ::testing::Throw;
+using testing_support::ErrorOf;
 using testing_support::FactoryOverFixture;
 using testing_support::FakeDebugTools;
 using testing_support::FakeKeyedCollection;
 using testing_support::FakeTableNameHelper;
 using testing_support::JobHelperTest;
+using testing_support::kFailure;
 using testing_support::MockComponent;
-
-const AutomationError kFailure(-88, "A collaborator", "it failed");
 
 class FrameAccess : public JobHelperTest {};
 

@@ -5,6 +5,7 @@
 #include "frame/frame.h"
 #include "kxjob/duration_timer.h"
 #include "support/job_helper_test.h"
+#include "support/sample_errors.h"
 
 namespace kxjob {
 namespace {
@@ -18,12 +19,12 @@ using ::testing::Return;
 using ::testing::SizeIs;
 using ::testing::StrictMock;
 using ::testing::Throw;
+using testing_support::ErrorOf;
 using testing_support::FactoryOverFixture;
 using testing_support::JobHelperTest;
+using testing_support::kFailure;
 using testing_support::MockComponent;
 using testing_support::MockMethodObserver;
-
-const AutomationError kFailure(-88, "A collaborator", "it failed");
 
 class ObservedFactory : public FactoryOverFixture {
 public:

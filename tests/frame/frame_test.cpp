@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "support/job_helper_test.h"
+#include "support/sample_errors.h"
 
 namespace kxjob {
 namespace {
@@ -13,10 +14,10 @@ namespace {
 using ::testing::Return;
 using ::testing::StrictMock;
 using ::testing::Throw;
+using testing_support::ErrorOf;
 using testing_support::JobHelperTest;
+using testing_support::kFailure;
 using testing_support::MockComponent;
-
-const AutomationError kFailure(-88, "A collaborator", "it failed");
 
 /// A method that does one thing, which fails.
 void FailingMethod(const char* method) {

@@ -13,6 +13,7 @@ using ::testing::Return;
 using ::testing::StartsWith;
 using ::testing::StrictMock;
 using ::testing::Throw;
+using testing_support::ErrorOf;
 using testing_support::JobHelperTest;
 using testing_support::MockComponent;
 

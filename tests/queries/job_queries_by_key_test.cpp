@@ -7,6 +7,7 @@ using ::testing::_;
 using ::testing::InSequence;
 using ::testing::Return;
 using ::testing::Throw;
+using testing_support::ErrorOf;
 using testing_support::JobHelperTest;
 
 /// The queries that want exactly what their key names: no row is an error of the store's own.

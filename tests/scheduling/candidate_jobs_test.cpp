@@ -1,6 +1,7 @@
 #include <utility>
 
 #include "scheduling/next_job_test_support.h"
+#include "support/sample_errors.h"
 
 namespace kxjob {
 namespace {
@@ -9,9 +10,9 @@ using ::testing::InSequence;
 using ::testing::Return;
 using ::testing::StrictMock;
 using ::testing::Throw;
+using testing_support::ErrorOf;
+using testing_support::kRaised;
 using testing_support::NextJobTest;
-
-const AutomationError kRaised(-1234, "Elsewhere_83.Class", "it did not work");
 
 class GetQueuedAndRunningJobs : public NextJobTest {};
 

@@ -3,6 +3,7 @@
 #include <map>
 
 #include "scheduling/next_job_test_support.h"
+#include "support/sample_errors.h"
 
 namespace kxjob {
 namespace {
@@ -12,9 +13,8 @@ using ::testing::AnyNumber;
 using ::testing::InSequence;
 using ::testing::Return;
 using ::testing::Throw;
+using testing_support::kRaised;
 using testing_support::NextJobTest;
-
-const AutomationError kRaised(-1234, "Elsewhere_83.Class", "it did not work");
 
 class GetNextJob : public NextJobTest {
 protected:

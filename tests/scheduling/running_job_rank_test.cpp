@@ -1,4 +1,5 @@
 #include "scheduling/next_job_test_support.h"
+#include "support/sample_errors.h"
 
 namespace kxjob {
 namespace {
@@ -6,9 +7,10 @@ namespace {
 using ::testing::InSequence;
 using ::testing::Return;
 using ::testing::Throw;
+using testing_support::ErrorOf;
+using testing_support::kRaised;
 using testing_support::NextJobTest;
 
-const AutomationError kRaised(-1234, "Elsewhere_83.Class", "it did not work");
 const std::vector<std::string> kFrames{"GetHighestRankingRunningJobs", "LowImpactGetNextJob", "GetNextJob"};
 
 class GetHighestRankingRunningJobs : public NextJobTest {};

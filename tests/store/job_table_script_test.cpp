@@ -1,4 +1,5 @@
 #include "support/job_helper_test.h"
+#include "support/sample_errors.h"
 
 namespace kxjob {
 namespace {
@@ -8,8 +9,7 @@ using ::testing::Ref;
 using ::testing::Return;
 using ::testing::Throw;
 using testing_support::JobHelperTest;
-
-const AutomationError kFailure(-88, "A collaborator", "it failed");
+using testing_support::kFailure;
 
 class JobTableCreationScript : public JobHelperTest {
 protected:

@@ -9,6 +9,7 @@ using ::testing::InSequence;
 using ::testing::Return;
 using ::testing::StrictMock;
 using ::testing::Throw;
+using testing_support::ErrorOf;
 using testing_support::JobHelperTest;
 using testing_support::MockComponent;
 

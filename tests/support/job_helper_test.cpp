@@ -133,16 +133,6 @@ Value JobHelperTest::Rows(std::int32_t columns, const std::vector<std::vector<Va
     return array;
 }
 
-AutomationError JobHelperTest::ErrorOf(const std::function<void()>& call) {
-    try {
-        call();
-    } catch (const AutomationError& error) {
-        return error;
-    }
-    ADD_FAILURE() << "no error was raised";
-    return {0, "", ""};
-}
-
 void JobHelperTest::ExpectOwnError(const std::function<void()>& call, std::int32_t number,
                                    const std::string& method, const std::string& description,
                                    const std::vector<std::string>& frames) {

@@ -13,6 +13,7 @@
 #include "kxjob/job_helper.h"
 #include "support/fake_collaborators.h"
 #include "support/mock_collaborators.h"
+#include "support/raised_error.h"
 
 namespace kxjob::testing_support {
 
@@ -43,8 +44,6 @@ protected:
     /// A result of `columns` columns; each inner list is a row.
     static Value Rows(std::int32_t columns, const std::vector<std::vector<Value>>& rows);
 
-    /// Runs `call`, which must raise; gives the error back. Fails the test when nothing is raised.
-    static AutomationError ErrorOf(const std::function<void()>& call);
     /// Expects `call` to raise the library's own error `number` of `method` of JobHelper with `description`,
     /// and the error-logging component to have been told by exactly the methods in `frames`, the innermost
     /// first.

@@ -1,4 +1,5 @@
 #include "support/job_helper_test.h"
+#include "support/sample_errors.h"
 
 namespace kxjob {
 namespace {
@@ -6,9 +7,9 @@ namespace {
 using ::testing::InSequence;
 using ::testing::Return;
 using ::testing::Throw;
+using testing_support::ErrorOf;
 using testing_support::JobHelperTest;
-
-const AutomationError kFailure(-88, "A collaborator", "it failed");
+using testing_support::kFailure;
 
 class GetNewLockExcludingInterlopers : public JobHelperTest {
 protected:

@@ -1,4 +1,5 @@
 #include "support/job_helper_test.h"
+#include "support/sample_errors.h"
 
 namespace kxjob {
 namespace {
@@ -6,10 +7,10 @@ namespace {
 using ::testing::InSequence;
 using ::testing::Return;
 using ::testing::Throw;
+using testing_support::ErrorOf;
 using testing_support::JobHelperTest;
-
-const AutomationError kRefusal(-77, "The guard", "not this text");
-const AutomationError kStatementFailure(-88, "The store", "the statement failed");
+using testing_support::kRefusal;
+using testing_support::kStatementFailure;
 
 class RegisterJobTask : public JobHelperTest {};
 

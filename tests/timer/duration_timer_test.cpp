@@ -11,11 +11,12 @@ using ::testing::IsEmpty;
 using ::testing::Return;
 using ::testing::StrictMock;
 using ::testing::Throw;
+using testing_support::ErrorOf;
 using testing_support::FakeDebugTools;
 using testing_support::JobHelperTest;
 using testing_support::MockComponent;
 
-const AutomationError kFailure(-88, "The timer", "it failed");
+const AutomationError kTimerFailure(-88, "The timer", "it failed");
 
 class DurationTimerTest : public JobHelperTest {
 protected:
@@ -33,7 +34,7 @@ protected:
         ExpectSettingUp(*timer);
     }
 
-    /// Members of DurationTimer, not of JobHelper, have told of `kFailure`.
+    /// Members of DurationTimer, not of JobHelper, have told of `kTimerFailure`.
     void ExpectToldByTimer(const std::vector<std::string>& members) const {
         ASSERT_EQ(debugTools->told.size(), members.size());
         for (std::size_t i = 0; i < members.size(); ++i) {
@@ -176,7 +177,7 @@ TEST_F(DurationTimerTest, ReleasesItsTimerComponentWhenItEnds) {
 }
 
 TEST_F(DurationTimerTest, CannotBeCreatedWithoutATimerComponent) {
-    EXPECT_CALL(factory, CreateVersioned("kxTimer_%v.Timer")).WillOnce(Throw(kFailure));
+    EXPECT_CALL(factory, CreateVersioned("kxTimer_%v.Timer")).WillOnce(Throw(kTimerFailure));
 
     ExpectTimerPassesOn([] { const DurationTimer timer; }, {"Start", "Class_Initialize"});
 }
@@ -185,7 +186,7 @@ TEST_F(DurationTimerTest, CannotBeCreatedWhenTheModuleNameIsRefused) {
     InSequence inThisOrder;
     ExpectComponent("kxTimer_%v.Timer", first);
     EXPECT_CALL(*first, CallMember("setModuleName", ElementsAre(Value("DurationTimer"))))
-        .WillOnce(Throw(kFailure));
+        .WillOnce(Throw(kTimerFailure));
 
     ExpectTimerPassesOn([] { const DurationTimer timer; }, {"Start", "Class_Initialize"});
 }
@@ -195,7 +196,7 @@ TEST_F(DurationTimerTest, CannotBeCreatedWhenTheLogLevelIsRefused) {
     ExpectComponent("kxTimer_%v.Timer", first);
     EXPECT_CALL(*first, CallMember("setModuleName", ElementsAre(Value("DurationTimer"))))
         .WillOnce(Return(Value()));
-    EXPECT_CALL(*first, LetMember("logLevel", Value(4))).WillOnce(Throw(kFailure));
+    EXPECT_CALL(*first, LetMember("logLevel", Value(4))).WillOnce(Throw(kTimerFailure));
 
     ExpectTimerPassesOn([] { const DurationTimer timer; }, {"Start", "Class_Initialize"});
 }
@@ -206,7 +207,7 @@ TEST_F(DurationTimerTest, CannotBeCreatedWhenTheTimerComponentDoesNotStart) {
     EXPECT_CALL(*first, CallMember("setModuleName", ElementsAre(Value("DurationTimer"))))
         .WillOnce(Return(Value()));
     EXPECT_CALL(*first, LetMember("logLevel", Value(4)));
-    EXPECT_CALL(*first, CallMember("Start", IsEmpty())).WillOnce(Throw(kFailure));
+    EXPECT_CALL(*first, CallMember("Start", IsEmpty())).WillOnce(Throw(kTimerFailure));
 
     ExpectTimerPassesOn([] { const DurationTimer timer; }, {"Start", "Class_Initialize"});
 }
@@ -214,7 +215,7 @@ TEST_F(DurationTimerTest, CannotBeCreatedWhenTheTimerComponentDoesNotStart) {
 TEST_F(DurationTimerTest, KeepsItsTimerComponentWhenNoNewOneCanBeMade) {
     InSequence inThisOrder;
     ExpectStart(first);
-    EXPECT_CALL(factory, CreateVersioned("kxTimer_%v.Timer")).WillOnce(Throw(kFailure));
+    EXPECT_CALL(factory, CreateVersioned("kxTimer_%v.Timer")).WillOnce(Throw(kTimerFailure));
     EXPECT_CALL(*first, GetMember("Duration")).WillOnce(Return(Value(2.0)));
 
     DurationTimer timer;
@@ -228,7 +229,7 @@ TEST_F(DurationTimerTest, HoldsTheNewTimerComponentEvenWhenItDoesNotStart) {
     ExpectStart(first);
     ExpectComponent("kxTimer_%v.Timer", second);
     EXPECT_CALL(*second, CallMember("setModuleName", ElementsAre(Value("DurationTimer"))))
-        .WillOnce(Throw(kFailure));
+        .WillOnce(Throw(kTimerFailure));
     EXPECT_CALL(*second, GetMember("Duration")).WillOnce(Return(Value(0.0)));
 
     DurationTimer timer;
@@ -240,7 +241,7 @@ TEST_F(DurationTimerTest, HoldsTheNewTimerComponentEvenWhenItDoesNotStart) {
 TEST_F(DurationTimerTest, PassesOnAFailureToReadTheDuration) {
     InSequence inThisOrder;
     ExpectStart(first);
-    EXPECT_CALL(*first, GetMember("Duration")).WillOnce(Throw(kFailure));
+    EXPECT_CALL(*first, GetMember("Duration")).WillOnce(Throw(kTimerFailure));
 
     const DurationTimer timer;
 
@@ -249,7 +250,7 @@ TEST_F(DurationTimerTest, PassesOnAFailureToReadTheDuration) {
 
 TEST_F(DurationTimerTest, HasNoTimerComponentToReadWhenTheFailureToMakeOneWasSwallowed) {
     debugTools->returnsInsteadOfRaising = true;
-    EXPECT_CALL(factory, CreateVersioned("kxTimer_%v.Timer")).WillOnce(Throw(kFailure));
+    EXPECT_CALL(factory, CreateVersioned("kxTimer_%v.Timer")).WillOnce(Throw(kTimerFailure));
 
     const DurationTimer timer;
     ExpectToldByTimer({"Start"});

@@ -7,6 +7,7 @@ namespace {
 
 using ::testing::Throw;
 using ::testing::ValuesIn;
+using testing_support::ErrorOf;
 using testing_support::JobHelperTest;
 
 struct KnownState {

@@ -7,18 +7,12 @@
 
 #include "kxjob/array.h"
 #include "kxjob/automation_error.h"
+#include "support/raised_error.h"
 
 namespace kxjob {
 namespace {
 
-std::int32_t NumberOf(const std::function<void()>& call) {
-    try {
-        call();
-    } catch (const AutomationError& error) {
-        return error.Number();
-    }
-    return 0;
-}
+using testing_support::NumberOf;
 
 TEST(RangeArrayInspector, SeesARowArrayAsColumnsByRows) {
     RangeArrayInspector inspector;

@@ -9,6 +9,7 @@
 
 #include "defaults/store/create_database_file.h"
 #include "defaults/store/store_test_support.h"
+#include "support/sample_errors.h"
 
 namespace kxjob {
 namespace {
@@ -17,11 +18,10 @@ using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
 using testing_support::ErrorOf;
+using testing_support::kConnectionFailed;
 using testing_support::Rows;
 using testing_support::TemporaryDatabase;
 using testing_support::TemporaryFolder;
-
-constexpr auto kConnectionFailed = static_cast<std::int32_t>(0x80040000U + 704);
 
 std::string Content(const std::filesystem::path& file) {
     std::ifstream stream(file, std::ios::binary);

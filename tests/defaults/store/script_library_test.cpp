@@ -8,9 +8,11 @@
 
 #include "defaults/store/create_database_file.h"
 #include "defaults/store/script_statements.h"
+#include "defaults/store/script_text.h"
 #include "defaults/store/sqlite/sqlite_session.h"
 #include "defaults/store/store_test_support.h"
 #include "kxjob/array.h"
+#include "support/sample_errors.h"
 
 namespace kxjob {
 namespace {
@@ -20,15 +22,9 @@ using testing::EndsWith;
 using testing::HasSubstr;
 using testing::Not;
 using testing_support::ErrorOf;
+using testing_support::kUnknownScript;
+using testing_support::Script;
 using testing_support::TemporaryDatabase;
-
-constexpr auto kUnknownScript = static_cast<std::int32_t>(0x80040000U + 705);
-
-std::string Script(DataStoreProvider provider, const std::string& nameQualifier,
-                   const std::string& scriptName, bool complete = true) {
-    Collection options;
-    return StoreScriptLibrary().GetScript(options, provider, nameQualifier, scriptName, complete);
-}
 
 std::string WhyRefused(DataStoreProvider provider, const std::string& scriptName) {
     const AutomationError error = ErrorOf([&] { Script(provider, "", scriptName); });

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "defaults/store/script_library.h"
+#include "defaults/store/script_text.h"
 
 // What the scripts say to database servers. That the servers understand it, tests/contract shows.
 namespace kxjob {
@@ -9,12 +10,7 @@ namespace {
 
 using testing::HasSubstr;
 using testing::Not;
-
-std::string Script(DataStoreProvider provider, const std::string& nameQualifier,
-                   const std::string& scriptName, bool complete = true) {
-    Collection options;
-    return StoreScriptLibrary().GetScript(options, provider, nameQualifier, scriptName, complete);
-}
+using testing_support::Script;
 
 TEST(PostgreSqlScript, MakesTheJobTablesAndTheirIndexes) {
     EXPECT_EQ(Script(dspPostgreSql, "kx.app_", "JobTablesDDL"),

@@ -3,16 +3,16 @@
 #include <gtest/gtest.h>
 
 #include "defaults/store/store_test_support.h"
+#include "support/sample_errors.h"
 
 namespace kxjob {
 namespace {
 
 using testing_support::ErrorOf;
+using testing_support::kInvalidCall;
+using testing_support::kStatementFailed;
 using testing_support::Rows;
 using testing_support::TemporaryDatabase;
-
-constexpr auto kInvalidCall = static_cast<std::int32_t>(0x800A0005U);
-constexpr auto kStatementFailed = static_cast<std::int32_t>(0x80040000U + 703);
 
 class StoreBatchExecutorTest : public testing::Test {
 protected:

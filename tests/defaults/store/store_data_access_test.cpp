@@ -3,15 +3,15 @@
 #include <gtest/gtest.h>
 
 #include "defaults/store/store_test_support.h"
+#include "support/sample_errors.h"
 
 namespace kxjob {
 namespace {
 
 using testing_support::ErrorOf;
+using testing_support::kUnstorableText;
 using testing_support::Rows;
 using testing_support::TemporaryDatabase;
-
-constexpr auto kUnstorableText = static_cast<std::int32_t>(0x80040000U + 706);
 
 TEST(StoreDataAccess, SendsEveryProviderCodeToTheEngineOfTheConnection) {
     const TemporaryDatabase database;

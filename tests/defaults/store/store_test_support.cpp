@@ -13,16 +13,6 @@ TemporaryDatabase::TemporaryDatabase() {
     CreateDatabaseFile(ConnectionString());
 }
 
-AutomationError ErrorOf(const std::function<void()>& call) {
-    try {
-        call();
-    } catch (const AutomationError& error) {
-        return error;
-    }
-    ADD_FAILURE() << "nothing was raised";
-    return {0, "", "nothing was raised"};
-}
-
 Value Rows(const std::vector<std::vector<Value>>& rows) {
     RowArray array(static_cast<std::int32_t>(rows.at(0).size()));
     for (const std::vector<Value>& row : rows) array.AddRow(row);

@@ -1,12 +1,11 @@
 #pragma once
 
-#include <functional>
 #include <string>
 #include <vector>
 
 #include "files/temporary_folder.h"
-#include "kxjob/automation_error.h"
 #include "kxjob/value.h"
+#include "support/raised_error.h"
 
 namespace kxjob::testing_support {
 
@@ -22,9 +21,6 @@ public:
 private:
     TemporaryFolder folder_;
 };
-
-/// Runs `call`, which must raise, and gives the error back; fails the test when nothing is raised.
-AutomationError ErrorOf(const std::function<void()>& call);
 
 /// A row array from its rows.
 Value Rows(const std::vector<std::vector<Value>>& rows);

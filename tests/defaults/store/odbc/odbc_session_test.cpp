@@ -10,6 +10,7 @@
 #include "defaults/store/open_session.h"
 #include "defaults/store/store_test_support.h"
 #include "kxjob/array.h"
+#include "support/sample_errors.h"
 
 namespace kxjob {
 namespace {
@@ -18,13 +19,12 @@ using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
 using testing_support::ErrorOf;
+using testing_support::kConnectionFailed;
+using testing_support::kStatementFailed;
 using testing_support::Overwrite;
 using testing_support::Rows;
 using testing_support::TemporaryDatabase;
 using testing_support::TemporaryFolder;
-
-constexpr auto kStatementFailed = static_cast<std::int32_t>(0x80040000U + 703);
-constexpr auto kConnectionFailed = static_cast<std::int32_t>(0x80040000U + 704);
 
 std::string BehindOdbc(const std::string& file) {
     return "Driver={SQLite3};Database=" + file + ";";

@@ -17,6 +17,7 @@
 #include "defaults/store/sqlite/sqlite_opening.h"
 #include "defaults/store/store_test_support.h"
 #include "kxjob/array.h"
+#include "support/sample_errors.h"
 
 namespace kxjob {
 namespace {
@@ -25,13 +26,12 @@ using std::chrono::milliseconds;
 using testing::HasSubstr;
 using testing::StartsWith;
 using testing_support::ErrorOf;
+using testing_support::kConnectionFailed;
+using testing_support::kStatementFailed;
 using testing_support::Overwrite;
 using testing_support::Rows;
 using testing_support::TemporaryDatabase;
 using testing_support::TemporaryFolder;
-
-constexpr auto kStatementFailed = static_cast<std::int32_t>(0x80040000U + 703);
-constexpr auto kConnectionFailed = static_cast<std::int32_t>(0x80040000U + 704);
 
 /// Gives up the right to write to every file, which root has, for as long as it lives.
 class AsAnyUser {
