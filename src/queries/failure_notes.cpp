@@ -1,5 +1,8 @@
+#include "automation/runtime_error.h"
+#include "collaborators/this_thread.h"
 #include "frame/frame.h"
 #include "kxjob/array.h"
+#include "kxjob/caller_texts.h"
 #include "kxjob/job_helper.h"
 #include "store/sql_text.h"
 #include "store/table_names.h"
@@ -9,21 +12,39 @@ namespace {
 
 constexpr const char* kBlankLine = "\r\n\r\n";
 
-/// What stands ahead of each note: when, and who is running.
-std::string FailureBlock(Frame& frame) {
+/// When, and who is running: what stands ahead of each note.
+struct Circumstances {
+    std::string time;
+    std::string machine;
+    std::string user;
+    std::string ids;
+};
+
+Circumstances CircumstancesOf(Frame& frame) {
     const std::shared_ptr<EnvironmentInfo> environment = frame.NewEnvironmentInfo();
-    std::string block = frame.NowISODateTime() + kBlankLine;
-    block += "Machine details: " + frame.UseObject(environment).FirstMachineText();
-    block += "\\" + frame.UseObject(environment).SecondMachineText() + kBlankLine;
-    block += "User details: " + frame.UseObject(environment).FirstUserText();
-    block += "\\" + frame.UseObject(environment).SecondUserText() + kBlankLine;
-    block += "Process ID / Thread ID: " + std::to_string(frame.UseObject(environment).ProcessId());
-    block += " / " + std::to_string(frame.UseObject(environment).ThreadId()) + kBlankLine;
-    return block;
+    Circumstances now;
+    now.time = frame.NowISODateTime();
+    now.machine = frame.UseObject(environment).FirstMachineText();
+    now.machine += "\\" + frame.UseObject(environment).SecondMachineText();
+    now.user = frame.UseObject(environment).FirstUserText();
+    now.user += "\\" + frame.UseObject(environment).SecondUserText();
+    now.ids = std::to_string(frame.UseObject(environment).ProcessId());
+    now.ids += " / " + std::to_string(frame.UseObject(environment).ThreadId());
+    return now;
 }
 
 bool HoldsOnlyBlanks(const std::string& text) {
     return text.find_first_not_of(' ') == std::string::npos;
+}
+
+std::string NoteBehind(const std::string& oldNote, const Circumstances& now,
+                       const std::string& additionalNote) {
+    std::string note = HoldsOnlyBlanks(oldNote) ? std::string() : oldNote + kBlankLine;
+    note += now.time + kBlankLine;
+    note += "Machine details: " + now.machine + kBlankLine;
+    note += "User details: " + now.user + kBlankLine;
+    note += "Process ID / Thread ID: " + now.ids + kBlankLine;
+    return note + additionalNote;
 }
 
 /// One kind of row that carries a failure note.
@@ -47,10 +68,9 @@ void AppendFailureNote(Frame& frame, const TableNames& tables, const NotedRow& r
     const Value rows = frame.Query(connectionString, provider, sql, false);
     if (rows.IsEmpty()) frame.Raise(row.notFoundError, row.notFoundText + key);
 
-    const std::string block = FailureBlock(frame);
+    const Circumstances now = CircumstancesOf(frame);
     const std::string oldNote = frame.Use(rows).Rows().Cell(0, 0).ToJoinedText();
-    std::string newNote = HoldsOnlyBlanks(oldNote) ? std::string() : oldNote + kBlankLine;
-    newNote += block + additionalNote;
+    const std::string newNote = NoteBehind(oldNote, now, additionalNote);
 
     const LateObject content = frame.CreateVersioned("ContentExecHelper_%v.ContentExec");
     content.Call("ContentBlobUpdate", {connectionString, provider, nameQualifier, tables.Base(row.table),
@@ -58,6 +78,18 @@ void AppendFailureNote(Frame& frame, const TableNames& tables, const NotedRow& r
 }
 
 }  // namespace
+
+std::string FailureNote(const std::string& oldNote, const std::string& additionalNote) {
+    ThreadCollaborators& thread = ThisThread();
+    const std::shared_ptr<EnvironmentInfo> environment = thread.Factory().MakeEnvironmentInfo();
+    if (environment == nullptr) RaiseRuntimeError(error_number::kObjectNotSet);
+    const Circumstances now{
+        thread.Times().NowISODateTime(),
+        environment->FirstMachineText() + "\\" + environment->SecondMachineText(),
+        environment->FirstUserText() + "\\" + environment->SecondUserText(),
+        std::to_string(environment->ProcessId()) + " / " + std::to_string(environment->ThreadId())};
+    return NoteBehind(oldNote, now, additionalNote);
+}
 
 void JobHelper::AppendJobFailureNote(std::string ConnectionString, DataStoreProvider Provider,
                                      std::string NameQualfier, std::string JobGUID,
