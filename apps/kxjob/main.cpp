@@ -11,6 +11,7 @@
 #include "init_command.h"
 #include "kxjob/job_helper.h"
 #include "usage_error.h"
+#include "work/work_command.h"
 
 namespace kxjob::command {
 namespace {
@@ -22,6 +23,7 @@ int Run(std::vector<std::string> arguments) {
     int exitStatus = kDone;
     AddDemoCommand(app, exitStatus);
     AddInitCommand(app);
+    AddWorkCommand(app);
     AddCallCommand(app, TakeMethodArguments(arguments), exitStatus);
     try {
         std::reverse(arguments.begin(), arguments.end());  // the parser takes them from the back
