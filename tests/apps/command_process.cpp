@@ -35,19 +35,14 @@ std::vector<std::string> OwnEnvironmentWith(const std::map<std::string, std::str
     return all;
 }
 
-int ExitStatusOf(int status) {
-    return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-}
-
 }  // namespace
 
-Finished RunCommand(const TemporaryFolder& folder, const std::vector<std::string>& arguments,
-                    const std::map<std::string, std::string>& environment) {
+pid_t StartCommand(const std::vector<std::string>& arguments,
+                   const std::map<std::string, std::string>& environment, const std::string& out,
+                   const std::string& err) {
     std::vector<std::string> all{KXJOB_COMMAND};
     all.insert(all.end(), arguments.begin(), arguments.end());
     std::vector<std::string> variables = OwnEnvironmentWith(environment);
-    const std::string out = folder.File("standard output");
-    const std::string err = folder.File("standard error");
 
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
@@ -60,10 +55,21 @@ Finished RunCommand(const TemporaryFolder& folder, const std::vector<std::string
                                     Pointers(variables).data());
     posix_spawn_file_actions_destroy(&actions);
     if (problem != 0) throw std::system_error(problem, std::generic_category(), all[0]);
+    return process;
+}
 
+int ExitStatusOf(pid_t process) {
     int status = 0;
     if (waitpid(process, &status, 0) != process) throw std::system_error(errno, std::generic_category());
-    return {ExitStatusOf(status), ContentOf(out), ContentOf(err)};
+    return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+}
+
+Finished RunCommand(const TemporaryFolder& folder, const std::vector<std::string>& arguments,
+                    const std::map<std::string, std::string>& environment) {
+    const std::string out = folder.File("standard output");
+    const std::string err = folder.File("standard error");
+    const int exitStatus = ExitStatusOf(StartCommand(arguments, environment, out, err));
+    return {exitStatus, ContentOf(out), ContentOf(err)};
 }
 
 std::string ContentOf(const std::string& file) {

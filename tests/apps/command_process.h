@@ -1,5 +1,7 @@
 #pragma once
 
+#include <sys/types.h>
+
 #include <map>
 #include <string>
 #include <vector>
@@ -18,6 +20,13 @@ struct Finished {
 /// Runs the kxjob command to its end; `environment` is added to the test's own.
 Finished RunCommand(const TemporaryFolder& folder, const std::vector<std::string>& arguments,
                     const std::map<std::string, std::string>& environment);
+
+/// Starts the kxjob command, with its output into these files.
+pid_t StartCommand(const std::vector<std::string>& arguments,
+                   const std::map<std::string, std::string>& environment, const std::string& out,
+                   const std::string& err);
+/// Waits for the end of a process; 128 and more: ended by a signal.
+int ExitStatusOf(pid_t process);
 
 /// The whole content of a file.
 std::string ContentOf(const std::string& file);

@@ -1,0 +1,142 @@
+#include <gmock/gmock.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <list>
+#include <random>
+#include <thread>
+
+#include "apps/work/host_process.h"
+#include "apps/work/work_contract.h"
+#include "kxjob/automation_error.h"
+
+namespace kxjob::testing_support {
+namespace {
+
+/// Hosts in processes of their own that share one job, and a table that notes every item that comes to an
+/// end.
+class ManyHostsContract : public WorkContract {
+protected:
+    void SetUp() override {
+        WorkContract::SetUp();
+        if (IsSkipped()) return;
+        std::ofstream(folder_.File("kxjob.conf"), std::ios::app) << WorkComponentLine();
+        AddType("TYPE", "Work_83.Worker");
+        store_->Execute("CREATE TABLE ended (item varchar(64))");
+        for (const std::string& statement : Auditing()) store_->Execute(statement);
+    }
+    /// How many items the job has; more where somebody asks for it.
+    static int Items() {
+        const char* asked = std::getenv("KXJOB_WORK_ITEMS");
+        return asked == nullptr ? 2000 : std::atoi(asked);
+    }
+    void Start(int hosts, const std::string& lease) {
+        for (int i = 0; i < hosts; ++i) {
+            hosts_.emplace_back(folder_, std::to_string(++started_), connection_,
+                                std::vector<std::string>{"--until-empty", "--threads", "4", "--lease", lease,
+                                                         "--poll", "0.1", "--lot-limit", "50"});
+        }
+    }
+    void WaitUntilEnded(int items) {
+        while (Cell("SELECT COUNT(*) FROM ended").ToInt32() < items) std::this_thread::yield();
+    }
+    void ExpectAllHostsToEndWell() {
+        for (HostProcess& host : hosts_) EXPECT_EQ(host.ExitStatus(), 0) << host.Err();
+        hosts_.clear();
+    }
+    void ExpectEachItemToHaveEndedOnce(const std::string& job) {
+        EXPECT_EQ(JobCell(job, "jobstateid"), Value("COMPLETE"));
+        EXPECT_EQ(ItemsAt(job, "COMPLETE"), Value(Items()));
+        EXPECT_EQ(Cell("SELECT COUNT(*) FROM ended"), Value(Items()));
+        EXPECT_EQ(Cell("SELECT COUNT(DISTINCT item) FROM ended"), Value(Items()));
+        EXPECT_EQ(JobCell(job, "succeededitemcount"), Value(Items()));
+        EXPECT_EQ(JobCell(job, "faileditemcount"), Value(0));
+        EXPECT_EQ(
+            Cell("SELECT COUNT(*) FROM kx_jobtask WHERE jobtaskstateid = 'RUNNING' AND enddt IS NOT NULL"),
+            Value(0));
+        EXPECT_EQ(Cell("SELECT COUNT(*) FROM kx_adminhistory WHERE detail LIKE '%COMPLETE%'"), Value(1));
+    }
+
+    std::list<HostProcess> hosts_;
+    int started_ = 0;
+
+private:
+    std::vector<std::string> Auditing() const {
+        const std::string insert = "INSERT INTO ended (item) VALUES (NEW.jobitemguid);";
+        const std::string ends = "NEW.jobitemstateid IN ('COMPLETE', 'FAILED')";
+        if (GetParam().name == "PostgreSql") {
+            return {"CREATE FUNCTION note_end() RETURNS trigger LANGUAGE plpgsql AS 'BEGIN " + insert +
+                        " RETURN NULL; END'",
+                    "CREATE TRIGGER item_ends AFTER UPDATE ON kx_JobItem FOR EACH ROW WHEN (" + ends +
+                        ") EXECUTE FUNCTION note_end()"};
+        }
+        return {"CREATE TRIGGER item_ends AFTER UPDATE ON kx_JobItem FOR EACH ROW WHEN " + ends + " BEGIN " +
+                insert + " END"};
+    }
+};
+
+TEST_P(ManyHostsContract, EndEachItemOnce) {
+    const std::string job = MakeJob("TYPE", "QUEUED", Items());
+
+    Start(4, "60");
+    ExpectAllHostsToEndWell();
+
+    ExpectEachItemToHaveEndedOnce(job);
+}
+
+TEST_P(ManyHostsContract, EndEachItemOnceWhenSomeAreKilled) {
+    const std::string job = MakeJob("TYPE", "QUEUED", Items());
+    std::mt19937 chance(83);  // NOLINT: the same victims each time
+    Start(4, "0.6");
+
+    for (int killed = 1; killed <= 3; ++killed) {
+        WaitUntilEnded(Items() * killed / 5);
+        const auto victim = std::next(hosts_.begin(), static_cast<std::ptrdiff_t>(chance() % hosts_.size()));
+        victim->Send(SIGKILL);
+        EXPECT_EQ(victim->ExitStatus(), 128 + SIGKILL);
+        hosts_.erase(victim);
+        Start(1, "0.6");
+    }
+    ExpectAllHostsToEndWell();
+
+    ExpectEachItemToHaveEndedOnce(job);
+    EXPECT_GE(Cell("SELECT COUNT(*) FROM kx_jobtask WHERE jobtaskstateid = 'FAILED'").ToInt32(), 1)
+        << "no host was killed with a task";
+}
+
+INSTANTIATE_TEST_SUITE_P(Engines, ManyHostsContract, testing::Values(SqliteFile(), PostgreSqlServer()),
+                         EngineName);
+
+/// Hosts whose server dies in the middle of their work.
+class HostsAndCrashContract : public ManyHostsContract {
+protected:
+    void Crash() {
+        const char* stores = std::getenv("KXJOB_STORES");
+        ASSERT_NE(stores, nullptr) << "script/stores says where it is";
+        ASSERT_EQ(std::system((std::string(stores) + " crash " + GetParam().serverName).c_str()), 0);
+        EXPECT_THROW(Cell("SELECT COUNT(*) FROM ended"), AutomationError) << "the connection was lost";
+    }
+};
+
+TEST_P(HostsAndCrashContract, EndEachItemOnce) {
+    const std::string job = MakeJob("TYPE", "QUEUED", Items());
+    Start(4, "5");
+
+    WaitUntilEnded(Items() / 2);
+    Crash();
+    for (HostProcess& host : hosts_) {
+        EXPECT_EQ(host.ExitStatus(), 0) << host.Err();
+    }
+    EXPECT_THAT(hosts_.front().Err(), testing::HasSubstr("The store is away, waiting for it: "));
+    EXPECT_THAT(hosts_.front().Err(), testing::HasSubstr("The store is back."));
+
+    ExpectEachItemToHaveEndedOnce(job);
+    hosts_.clear();
+}
+
+INSTANTIATE_TEST_SUITE_P(Engines, HostsAndCrashContract, testing::Values(PostgreSqlServer()), EngineName);
+
+}  // namespace
+}  // namespace kxjob::testing_support
