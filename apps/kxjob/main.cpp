@@ -2,13 +2,16 @@
 #include <algorithm>
 #include <exception>
 #include <iostream>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "call_command.h"
 #include "demo/demo_command.h"
+#include "demo/file_digest.h"
 #include "exit_status.h"
 #include "init_command.h"
+#include "kxjob/component_registry.h"
 #include "kxjob/job_helper.h"
 #include "usage_error.h"
 #include "work/work_command.h"
@@ -21,6 +24,8 @@ int Run(std::vector<std::string> arguments) {
     app.set_version_flag("--version", [] { return JobHelper().Version(); });
     app.require_subcommand(1);
     int exitStatus = kDone;
+    // Built in, for the demo's worker hosts.
+    RegisterComponent(FileDigest::kProgId, [] { return std::make_shared<FileDigest>(); });
     AddDemoCommand(app, exitStatus);
     AddInitCommand(app);
     AddWorkCommand(app);

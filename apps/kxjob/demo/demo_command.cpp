@@ -3,22 +3,20 @@
 #include <unistd.h>
 
 #include <chrono>
-#include <exception>
 #include <iostream>
 #include <memory>
-#include <mutex>
 #include <thread>
 
 #include "demo/demo_files.h"
+#include "demo/demo_hosts.h"
 #include "demo/demo_report.h"
-#include "demo/demo_worker.h"
 #include "demo/file_digest.h"
 #include "exit_status.h"
 #include "kxjob/array.h"
 #include "kxjob/automation_error.h"
 #include "kxjob/caller_texts.h"
-#include "kxjob/component_registry.h"
 #include "kxjob/duration_timer.h"
+#include "kxjob/enums.h"
 #include "kxjob/job_helper.h"
 #include "kxjob/store.h"
 #include "store/store_options.h"
@@ -29,6 +27,7 @@ namespace kxjob::command {
 namespace {
 
 constexpr const char* kJobType = "DIGEST";
+constexpr std::chrono::milliseconds kLookAround{50};
 
 struct DemoOptions {
     std::string folder = "/usr/share/doc";
@@ -36,6 +35,14 @@ struct DemoOptions {
     int threads = 4;
     std::size_t limit = 0;
     bool keep = false;
+};
+
+/// How many items have ended.
+struct ItemCounts {
+    std::size_t succeeded = 0;
+    std::size_t failed = 0;
+
+    std::size_t Done() const { return succeeded + failed; }
 };
 
 /// The demo's job, from its store to its end.
@@ -63,7 +70,8 @@ private:
                                 state);
         std::cout << "The job is " << state << ".\n";
     }
-    std::vector<DemoItem> Items();
+    Value Statistic(StatisticsFields field);
+    void ReadCounts();
     void KeepOnlyStorable();
 
     StoreConnection store_;
@@ -94,7 +102,6 @@ void Demo::Prepare() {
             {kJobType, "SHA-256 of a file", FileDigest::kProgId, ""});
     replace("applicationstate", "stateid", "stateid, stateguid", {"PRODUCTION", NewGuid()});
     replace("applicationstate", "stateid", "stateid, stateguid", {"DEVELOPMENT", NewGuid()});
-    RegisterComponent(FileDigest::kProgId, [] { return std::make_shared<FileDigest>(); });
     KeepOnlyStorable();
 }
 
@@ -136,51 +143,30 @@ void Demo::Pick() {
     std::cout << "GetNextJob recommends it, with rank " << DoubleText(rank) << ".\n";
 }
 
-std::vector<DemoItem> Demo::Items() {
-    const Value rows =
-        helper_.GetJobItems(store_.connectionString, store_.provider, store_.nameQualifier, jobGuid_);
-    std::vector<DemoItem> items;
-    items.reserve(static_cast<std::size_t>(rows.Rows().Rows()));
-    for (std::int32_t row = 0; row < rows.Rows().Rows(); ++row) {
-        items.push_back({rows.Rows().Cell(0, row).ToText(), rows.Rows().Cell(1, row).ToText()});
-    }
-    return items;
+Value Demo::Statistic(StatisticsFields field) {
+    const Value rows = helper_.GetJobExecutionStatistics(store_.connectionString, store_.provider,
+                                                         store_.nameQualifier, jobGuid_);
+    return rows.Rows().Cell(field, 0);
+}
+
+void Demo::ReadCounts() {
+    counts_.succeeded = static_cast<std::size_t>(Statistic(sfSucceededItemCount).ToInt32());
+    counts_.failed = static_cast<std::size_t>(Statistic(sfFailedItemCount).ToInt32());
 }
 
 void Demo::Work() {
-    SetState("RUNNING");
     DurationTimer timer;
-    DemoItems items(Items());
-    JobProgress progress(store_, jobGuid_);
-    std::mutex mutex;
-    std::exception_ptr problem;
-    std::atomic<int> atWork = threads_;
-    std::vector<std::jthread> workers;
-    workers.reserve(static_cast<std::size_t>(threads_));
-    for (int i = 1; i <= threads_; ++i) {
-        workers.emplace_back([&, i] {
-            try {
-                WorkAsTask(store_, jobGuid_, FileDigest::kProgId, "demo worker " + std::to_string(i), items,
-                           progress);
-            } catch (...) {
-                const std::lock_guard lock(mutex);
-                problem = std::current_exception();
-            }
-            --atWork;
-        });
-    }
     ProgressBar bar(std::cout, isatty(STDOUT_FILENO) != 0, files_.size());
-    while (atWork > 0) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(50));
-        bar.Update(Done(progress.Now()), progress.Now().failed);
+    DemoHosts hosts(store_, kJobType, threads_);
+    while (hosts.AreAtWork()) {
+        std::this_thread::sleep_for(kLookAround);
+        ReadCounts();
+        bar.Update(counts_.Done(), counts_.failed);
     }
-    workers.clear();
-    progress.Write();
-    counts_ = progress.Now();
-    bar.Finish(Done(counts_), counts_.failed);
-    if (problem != nullptr) std::rethrow_exception(problem);
-    SetState("COMPLETE");
-    std::cout << threads_ << " tasks took " << DoubleText(timer.Duration()) << " s.\n\n";
+    ReadCounts();
+    bar.Finish(counts_.Done(), counts_.failed);
+    std::cout << "The job is " << Statistic(sfJobState).ToJoinedText() << ".\n";
+    std::cout << threads_ << " threads in worker hosts took " << DoubleText(timer.Duration()) << " s.\n\n";
 }
 
 void Demo::Sweep() {
@@ -237,7 +223,8 @@ void AddDemoCommand(CLI::App& app, int& exitStatus) {
         app.add_subcommand("demo", "Take one job the whole road: the SHA-256 of every file below a folder");
     const auto options = std::make_shared<DemoOptions>();
     command->add_option("folder", options->folder, "Whose files become the items")->capture_default_str();
-    command->add_option("--threads", options->threads, "How many tasks work on the job")
+    command
+        ->add_option("--threads", options->threads, "How many threads work on the job, in two worker hosts")
         ->check(CLI::Range(1, 64))
         ->capture_default_str();
     command->add_option("--limit", options->limit, "Take no more files than this; 0 for all");

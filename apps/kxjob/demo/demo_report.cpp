@@ -42,7 +42,7 @@ void PrintStatistics(std::ostream& out, const Value& statistics) {
     table.Print(out, "Statistics");
 }
 
-/// A few finished items, and every failed one with its note.
+/// A few finished items with what their component gave back, and every failed one with its note.
 void PrintItems(std::ostream& out, JobHelper& helper, const StoreConnection& store,
                 const std::string& jobGuid) {
     constexpr std::int32_t kItemGuid = 0;
@@ -59,12 +59,12 @@ void PrintItems(std::ostream& out, JobHelper& helper, const StoreConnection& sto
         const Value item = helper.GetJobItem(store.connectionString, store.provider, store.nameQualifier,
                                              items.Rows().Cell(kItemGuid, row).ToText());
         const std::string file = item.Rows().Cell(jiifIdentifier, 0).ToJoinedText();
+        std::string note = item.Rows().Cell(jiifFaliureNote, 0).ToJoinedText();
         if (failed) {
-            std::string note = item.Rows().Cell(jiifFaliureNote, 0).ToJoinedText();
             std::erase(note, '\r');
             notes += file + "\n" + note + "\n\n";
         } else {
-            results.AddRow({file, item.Rows().Cell(jiifData, 0).ToJoinedText()});
+            results.AddRow({file, note});
             ++shown;
         }
     }
