@@ -11,9 +11,13 @@
 #include <system_error>
 
 namespace kxjob::testing_support {
-namespace {
 
-/// Texts as a process takes them: pointers, and null at the end.
+std::vector<std::string> CommandWith(const std::vector<std::string>& arguments) {
+    std::vector<std::string> all{KXJOB_COMMAND};
+    all.insert(all.end(), arguments.begin(), arguments.end());
+    return all;
+}
+
 std::vector<char*> Pointers(std::vector<std::string>& texts) {
     std::vector<char*> pointers;
     for (std::string& text : texts) pointers.push_back(text.data());
@@ -35,21 +39,21 @@ std::vector<std::string> OwnEnvironmentWith(const std::map<std::string, std::str
     return all;
 }
 
-}  // namespace
+int ExitStatusOf(int status) {
+    return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+}
 
 pid_t StartCommand(const std::vector<std::string>& arguments,
-                   const std::map<std::string, std::string>& environment, const std::string& out,
-                   const std::string& err) {
-    std::vector<std::string> all{KXJOB_COMMAND};
-    all.insert(all.end(), arguments.begin(), arguments.end());
+                   const std::map<std::string, std::string>& environment, const ProcessFiles& files) {
+    std::vector<std::string> all = CommandWith(arguments);
     std::vector<std::string> variables = OwnEnvironmentWith(environment);
 
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     constexpr int kAnew = O_WRONLY | O_CREAT | O_TRUNC;
-    posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, out.c_str(), kAnew, S_IRUSR | S_IWUSR);
-    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, err.c_str(), kAnew, S_IRUSR | S_IWUSR);
+    posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, files.in.c_str(), O_RDONLY, 0);
+    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, files.out.c_str(), kAnew, S_IRUSR | S_IWUSR);
+    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, files.err.c_str(), kAnew, S_IRUSR | S_IWUSR);
     pid_t process = 0;
     const int problem = posix_spawn(&process, all[0].c_str(), &actions, nullptr, Pointers(all).data(),
                                     Pointers(variables).data());
@@ -58,18 +62,19 @@ pid_t StartCommand(const std::vector<std::string>& arguments,
     return process;
 }
 
-int ExitStatusOf(pid_t process) {
+int WaitForEnd(pid_t process) {
     int status = 0;
     if (waitpid(process, &status, 0) != process) throw std::system_error(errno, std::generic_category());
-    return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+    return ExitStatusOf(status);
 }
 
 Finished RunCommand(const TemporaryFolder& folder, const std::vector<std::string>& arguments,
-                    const std::map<std::string, std::string>& environment) {
-    const std::string out = folder.File("standard output");
-    const std::string err = folder.File("standard error");
-    const int exitStatus = ExitStatusOf(StartCommand(arguments, environment, out, err));
-    return {exitStatus, ContentOf(out), ContentOf(err)};
+                    const std::map<std::string, std::string>& environment, const std::string& input) {
+    const ProcessFiles files{folder.File("standard output"), folder.File("standard error"),
+                             folder.File("standard input")};
+    std::ofstream(files.in, std::ios::binary) << input;
+    const int exitStatus = WaitForEnd(StartCommand(arguments, environment, files));
+    return {exitStatus, ContentOf(files.out), ContentOf(files.err)};
 }
 
 std::string ContentOf(const std::string& file) {

@@ -17,16 +17,32 @@ struct Finished {
     std::string err;
 };
 
-/// Runs the kxjob command to its end; `environment` is added to the test's own.
+/// Runs the kxjob command to its end; `environment` is added to the test's own, and `input` is what it reads
+/// from its standard input.
 Finished RunCommand(const TemporaryFolder& folder, const std::vector<std::string>& arguments,
-                    const std::map<std::string, std::string>& environment);
+                    const std::map<std::string, std::string>& environment, const std::string& input = {});
 
-/// Starts the kxjob command, with its output into these files.
+/// The kxjob command of this build with its arguments, as a new process takes them.
+std::vector<std::string> CommandWith(const std::vector<std::string>& arguments);
+/// The test's own environment and what is added to it, as a new process takes them: NAME=value.
+std::vector<std::string> OwnEnvironmentWith(const std::map<std::string, std::string>& added);
+/// Pointers to the texts, and null at the end.
+std::vector<char*> Pointers(std::vector<std::string>& texts);
+/// The exit status as in Finished, of the status that waiting for a process gives.
+int ExitStatusOf(int status);
+
+/// Where a process's output goes to, and its input comes from.
+struct ProcessFiles {
+    std::string out;
+    std::string err;
+    std::string in = "/dev/null";
+};
+
+/// Starts the kxjob command beside the test.
 pid_t StartCommand(const std::vector<std::string>& arguments,
-                   const std::map<std::string, std::string>& environment, const std::string& out,
-                   const std::string& err);
-/// Waits for the end of a process; 128 and more: ended by a signal.
-int ExitStatusOf(pid_t process);
+                   const std::map<std::string, std::string>& environment, const ProcessFiles& files);
+/// Waits for the end of a process; gives its exit status as in Finished.
+int WaitForEnd(pid_t process);
 
 /// The whole content of a file.
 std::string ContentOf(const std::string& file);

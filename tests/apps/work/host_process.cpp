@@ -22,7 +22,7 @@ HostProcess::HostProcess(const TemporaryFolder& folder, const std::string& name,
                                              "--qualifier",
                                              store.nameQualifier};
     options.insert(options.begin(), arguments.begin(), arguments.end());
-    process_ = StartCommand(options, {{"KXJOB_CONFIG", folder.File("kxjob.conf")}}, out_, err_);
+    process_ = StartCommand(options, {{"KXJOB_CONFIG", folder.File("kxjob.conf")}}, {out_, err_});
 }
 
 HostProcess::HostProcess(HostProcess&& other) noexcept
@@ -31,7 +31,7 @@ HostProcess::HostProcess(HostProcess&& other) noexcept
 HostProcess::~HostProcess() {
     if (process_ == 0) return;
     kill(process_, SIGKILL);
-    testing_support::ExitStatusOf(process_);
+    WaitForEnd(process_);
 }
 
 void HostProcess::Send(int signal) const {
@@ -39,7 +39,7 @@ void HostProcess::Send(int signal) const {
 }
 
 int HostProcess::ExitStatus() {
-    return testing_support::ExitStatusOf(std::exchange(process_, 0));
+    return WaitForEnd(std::exchange(process_, 0));
 }
 
 std::string HostProcess::Out() const {
