@@ -194,11 +194,7 @@ TEST_P(HostileArguments, ThatNoStoreCanKeepNeverReachIt) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Engines, HostileArguments,
-                         testing::Values(testing_support::SqliteFile(),
-                                         testing_support::SqliteFileBehindOdbc(),
-                                         testing_support::PostgreSqlServer(),
-                                         testing_support::MariaDbServer()),
+INSTANTIATE_TEST_SUITE_P(Engines, HostileArguments, testing::ValuesIn(testing_support::EveryEngine()),
                          testing_support::EngineName);
 
 }  // namespace

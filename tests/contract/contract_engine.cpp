@@ -3,26 +3,13 @@
 #include <unistd.h>
 
 #include <cstdlib>
-#include <optional>
 
 #include "defaults/store/connection_string.h"
 #include "defaults/store/open_session.h"
-#include "defaults/store/store_test_support.h"
+#include "kxjob/automation_error.h"
 
 namespace kxjob::testing_support {
 namespace {
-
-class FileStore : public ContractStore {
-public:
-    explicit FileStore(std::string driver) : driver_(std::move(driver)) {}
-    std::string ConnectionString() const override {
-        return "Driver=" + driver_ + ";Database=" + database_.File() + ";";
-    }
-
-private:
-    TemporaryDatabase database_;
-    std::string driver_;
-};
 
 /// A database of a server, made and dropped on a session that is not in it.
 class ServerStore : public ContractStore {
@@ -76,25 +63,7 @@ ContractEngine Server(ContractEngine engine, const char* variable, const std::st
     return engine;
 }
 
-ContractEngine File(const std::string& name, const std::string& driver) {
-    return {.name = name,
-            .provider = dspSqlite,
-            .makeStore = [driver] { return std::make_unique<FileStore>(driver); },
-            .engineName = "SQLite",
-            .longText = "text"};
-}
-
 }  // namespace
-
-ContractEngine SqliteFile() {
-    return File("SqliteFile", "SQLite");
-}
-
-ContractEngine SqliteFileBehindOdbc() {
-    ContractEngine engine = File("SqliteFileBehindOdbc", "{SQLite3}");
-    engine.whyDoublesLoseBits = "the driver fetches a double as a text of 15 digits";
-    return engine;
-}
 
 ContractEngine PostgreSqlServer() {
     return Server(
@@ -124,6 +93,13 @@ ContractEngine MariaDbServer() {
          .countBusy = "SELECT COUNT(*) FROM information_schema.processlist WHERE state = 'User sleep'",
          .serverName = "mariadb"},
         "KXJOB_MARIADB", " CHARACTER SET utf8mb4 COLLATE utf8mb4_nopad_bin", "");
+}
+
+std::vector<ContractEngine> EveryEngine() {
+    std::vector<ContractEngine> engines = FileEngines();
+    engines.push_back(PostgreSqlServer());
+    engines.push_back(MariaDbServer());
+    return engines;
 }
 
 std::string EngineName(const testing::TestParamInfo<ContractEngine>& info) {

@@ -6,6 +6,7 @@
 #include <memory>
 #include <ostream>
 #include <string>
+#include <vector>
 
 #include "kxjob/data_store_provider.h"
 
@@ -35,19 +36,24 @@ struct ContractEngine {
     std::string countBusy = {};
     /// The name under which script/stores knows the server.
     std::string serverName = {};
-    /// Why the engine cannot be had here, and why doubles lose bits on their way; empty when that is not so.
+    /// Why the engine cannot be had here, why doubles lose bits on their way, and why literals lose
+    /// characters outside the Basic Multilingual Plane; empty when that is not so.
     std::string whyMissing = {};
     std::string whyDoublesLoseBits = {};
+    std::string whyLiteralsLosePlanes = {};
 
     friend void PrintTo(const ContractEngine& engine, std::ostream* out) { *out << engine.name; }
 };
 
-ContractEngine SqliteFile();
-ContractEngine SqliteFileBehindOdbc();
 /// A database of its own for each store on the server that KXJOB_POSTGRESQL names.
 ContractEngine PostgreSqlServer();
 /// The same for KXJOB_MARIADB.
 ContractEngine MariaDbServer();
+
+/// Those that keep a store in a file; each platform has its own.
+std::vector<ContractEngine> FileEngines();
+/// Those and the servers.
+std::vector<ContractEngine> EveryEngine();
 
 /// The name of a suite's instance.
 std::string EngineName(const testing::TestParamInfo<ContractEngine>& info);

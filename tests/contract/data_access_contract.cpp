@@ -65,10 +65,7 @@ void DataAccessContract::Insert(const std::string& key, const std::string& textL
             ")");
 }
 
-INSTANTIATE_TEST_SUITE_P(Engines, DataAccessContract,
-                         testing::Values(SqliteFile(), SqliteFileBehindOdbc(), PostgreSqlServer(),
-                                         MariaDbServer()),
-                         EngineName);
+INSTANTIATE_TEST_SUITE_P(Engines, DataAccessContract, testing::ValuesIn(EveryEngine()), EngineName);
 
 // Rows -------------------------------------------------------------------------------------------------
 

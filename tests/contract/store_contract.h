@@ -6,6 +6,7 @@
 #include <string>
 
 #include "contract/contract_engine.h"
+#include "contract/library_thread.h"
 #include "defaults/configuration/environment_variable.h"
 #include "files/temporary_folder.h"
 #include "kxjob/job_helper.h"
@@ -13,7 +14,8 @@
 
 namespace kxjob::testing_support {
 
-/// What the library as a whole must do on every engine, through its published interface alone.
+/// What the library as a whole must do on every engine, through its published interface alone. On Windows the
+/// methods are those of the registered server.
 class StoreContract : public testing::TestWithParam<ContractEngine> {
 protected:
     void SetUp() override;
@@ -25,9 +27,12 @@ protected:
     static Value Cell(Store& store, const std::string& sql);
     /// A job with `items` items whose identifiers are "0", "1" and so on; gives its GUID.
     std::string MakeJob(int items);
+    /// Gives a text to all kinds of methods that keep one, and reads it back.
+    void ExpectEveryMethodKeeps(const std::string& text);
 
     TemporaryFolder folder_;
     EnvironmentVariable configuration_{"KXJOB_CONFIG", folder_.File("kxjob.conf")};
+    std::unique_ptr<LibraryThread> thread_;
     DataStoreProvider provider_ = GetParam().provider;
     std::unique_ptr<ContractStore> store_;
     std::string connectionString_;

@@ -1,15 +1,16 @@
 #include "files/temporary_folder.h"
 
-#include <cerrno>
-#include <cstdlib>
+#include <random>
 #include <system_error>
 
 namespace kxjob::testing_support {
 
 TemporaryFolder::TemporaryFolder() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "kxjob-XXXXXX").string();
-    if (mkdtemp(pattern.data()) == nullptr) throw std::system_error(errno, std::generic_category());
-    path_ = pattern;
+    std::random_device random;
+    do {
+        path_ = std::filesystem::temp_directory_path() / ("kxjob-" + std::to_string(random()));
+    } while (!std::filesystem::create_directory(path_));
+    std::filesystem::permissions(path_, std::filesystem::perms::owner_all);
 }
 
 TemporaryFolder::~TemporaryFolder() {

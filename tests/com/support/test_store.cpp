@@ -16,13 +16,18 @@ namespace kxjob::testing_support {
 TestStore::TestStore(std::string connectionString, DataStoreProvider provider, std::string qualifier)
     : connectionString_(std::move(connectionString)), provider_(provider), qualifier_(std::move(qualifier)) {}
 
-TestStore TestStore::InFile(const std::string& name) {
+std::string TestStore::NewFile(const std::string& name) {
     const std::string path = std::string(KXJOB_TEST_STORES) + "/" + name;
     // The driver is the host's and takes its paths; Windows calls see them below drive Z.
     CreateDirectoryW(ToWide("Z:" KXJOB_TEST_STORES).c_str(), nullptr);
     for (const char* ending : {"", "-wal", "-shm"}) DeleteFileW(ToWide("Z:" + path + ending).c_str());
-    TestStore store("Driver={SQLite3};Database=" + path + ";", dspSqlite, "main.");
-    CreateDatabaseFile(store.connectionString_);
+    const std::string connectionString = "Driver={SQLite3};Database=" + path + ";";
+    CreateDatabaseFile(connectionString);
+    return connectionString;
+}
+
+TestStore TestStore::InFile(const std::string& name) {
+    TestStore store(NewFile(name), dspSqlite, "main.");
     store.CreateTables();
     return store;
 }

@@ -12,6 +12,8 @@ class TestStore {
 public:
     /// A new SQLite file of this name; one that is there is replaced.
     static TestStore InFile(const std::string& name);
+    /// The connection string of such a file, without any table.
+    static std::string NewFile(const std::string& name);
     /// The database of a server that a connection string names; its tables are replaced. `qualifier` is the
     /// schema in which they are.
     static TestStore OnServer(std::string connectionString, DataStoreProvider provider,

@@ -19,13 +19,8 @@ public:
     ~EnvironmentVariable() { Set(before_); }
 
 private:
-    void Set(const std::optional<std::string>& value) {
-        if (value) {
-            setenv(name_.c_str(), value->c_str(), 1);
-        } else {
-            unsetenv(name_.c_str());
-        }
-    }
+    /// Each platform defines it.
+    void Set(const std::optional<std::string>& value);
 
     std::string name_;
     std::optional<std::string> before_;
