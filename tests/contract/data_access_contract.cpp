@@ -267,8 +267,22 @@ TEST_P(DataAccessContract, KeepsTheGroupsBeforeAFailingOneAndNothingOfIt) {
 
     EXPECT_EQ(error.Number(), kStatementFailed);
     EXPECT_THAT(error.Description(), StartsWith("[23"));
-    EXPECT_THAT(error.Description(), HasSubstr("group 21 to 27"));
+    EXPECT_THAT(error.Description(), HasSubstr("] group 21 to 27: statement 7 of 7: "));
     EXPECT_EQ(Query("SELECT COUNT(*) FROM t"), Rows({{20}}));
+}
+
+TEST_P(DataAccessContract, NamesThePlaceOfAFailingStatementWithoutAnyTakingEffect) {
+    Execute("INSERT INTO t (k, n) VALUES ('a', 0)");
+    batch_.Open(connectionString_, 2, 10);
+    batch_.Add("UPDATE t SET n = n + 1");
+    batch_.Add("INSERT INTO t (k, n) VALUES ('b', 0)");
+    batch_.Add("UPDATE t SET missing = 1");
+    batch_.Add("DELETE FROM t");
+
+    const AutomationError error = ErrorOf([&] { batch_.Flush(); });
+
+    EXPECT_THAT(error.Description(), StartsWith("[42S22] group 1 to 4: statement 3 of 4: "));
+    EXPECT_EQ(Query("SELECT k, n FROM t"), Rows({{"a", 0}}));
 }
 
 TEST_P(DataAccessContract, GoesOnInAutocommitAfterAFailedBatch) {

@@ -22,7 +22,7 @@ public:
                                const std::string& keyValue, const std::string& valueColumn,
                                const std::string& value) = 0;
     /// Runs the statements in order as one transaction. When one fails nothing of the batch stays, and the
-    /// description names its place in the batch.
+    /// description names its place in the batch where that can be told.
     virtual void RunBatch(std::span<const std::string> statements) = 0;
     /// What the database system calls itself, and its version as it writes it.
     virtual std::string EngineName() = 0;

@@ -11,8 +11,8 @@
 namespace kxjob {
 
 /// Collects statements and sends each full group as one transaction. The description of an error names the
-/// group by the places of its statements in everything added so far, and then the place in the group. The
-/// statements of a failed group are dropped: none is ever sent twice.
+/// group by the places of its statements in everything added so far, and then the place in the group where
+/// the session can tell it. The statements of a failed group are dropped: none ever takes effect twice.
 class StoreBatchExecutor : public BatchSqlExecutor {
 public:
     explicit StoreBatchExecutor(std::shared_ptr<SessionCache> sessions) : sessions_(std::move(sessions)) {}

@@ -1,8 +1,10 @@
 #include "defaults/store/odbc/odbc_session.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <string_view>
 
+#include "automation/letter_case.h"
 #include "defaults/store/data_access_error.h"
 #include "defaults/store/odbc/odbc_statement.h"
 #include "defaults/text/standard_sql_formatter.h"
@@ -18,6 +20,29 @@ std::string Joined(const BatchForm& form, std::span<const std::string> statement
         joined += statement;
     }
     return joined.append(form.after);
+}
+
+AutomationError AtPlace(const AutomationError& error, std::size_t index, std::size_t count) {
+    return {error.Number(), error.Source(), WithPlace(error.Description(), PlaceInBatch(index, count))};
+}
+
+/// Whether a transaction keeps back what the statement does. Others may commit by themselves.
+bool CanBeUndone(std::string_view statement) {
+    const std::string_view start =
+        statement.substr(std::min(statement.find_first_not_of(" \t\r\n"), statement.size()));
+    const std::string word = FoldedCase(start.substr(0, start.find_first_of(" \t\r\n")));
+    return word == "insert" || word == "update" || word == "delete";
+}
+
+std::string StateOf(const AutomationError& error) {
+    const std::string& description = error.Description();
+    return description.substr(0, description.find(']'));
+}
+
+/// Whether another session was to blame: locks, a deadlock, a time limit.
+bool IsPassing(const AutomationError& error) {
+    const std::string state = StateOf(error);
+    return state == "[HYT00" || state == "[40001" || state == "[57014";
 }
 
 }  // namespace
@@ -70,26 +95,49 @@ void OdbcSession::WriteLongText(const std::string& table, const std::string& key
 
 void OdbcSession::RunBatch(std::span<const std::string> statements) {
     if (statements.empty()) return;
+    if (!connection_.Engine().batch.joined) return RunOneByOne(statements);
+    try {
+        RunJoined(statements);
+    } catch (const AutomationError& error) {
+        const std::optional<std::size_t> place = FailingPlace(statements, error);
+        if (!place) throw;
+        throw AtPlace(error, *place, statements.size());
+    }
+}
+
+void OdbcSession::RunJoined(std::span<const std::string> statements) {
     const BatchForm& form = connection_.Engine().batch;
     if (!form.transaction) return Execute(Joined(form, statements));
     Transaction transaction(connection_);
-    if (form.joined) {
-        Execute(Joined(form, statements));
-    } else {
-        RunOneByOne(statements);
-    }
+    Execute(Joined(form, statements));
     transaction.Commit();
 }
 
 void OdbcSession::RunOneByOne(std::span<const std::string> statements) {
+    Transaction transaction(connection_);
     for (std::size_t i = 0; i < statements.size(); ++i) {
         try {
             Execute(statements[i]);
         } catch (const AutomationError& error) {
-            throw AutomationError(error.Number(), error.Source(),
-                                  WithPlace(error.Description(), PlaceInBatch(i, statements.size())));
+            throw AtPlace(error, i, statements.size());
         }
     }
+    transaction.Commit();
+}
+
+std::optional<std::size_t> OdbcSession::FailingPlace(std::span<const std::string> statements,
+                                                     const AutomationError& error) {
+    if (IsLost() || IsPassing(error)) return std::nullopt;
+    std::size_t place = 0;
+    try {
+        const Transaction undone(connection_);
+        for (; place < statements.size() && CanBeUndone(statements[place]); ++place) {
+            Execute(statements[place]);
+        }
+    } catch (const AutomationError& again) {
+        if (StateOf(again) == StateOf(error)) return place;
+    }
+    return std::nullopt;
 }
 
 }  // namespace kxjob

@@ -1,9 +1,12 @@
 #pragma once
 
+#include <cstddef>
+#include <optional>
 #include <string>
 
 #include "defaults/store/odbc/odbc_connection.h"
 #include "defaults/store/session.h"
+#include "kxjob/automation_error.h"
 
 namespace kxjob {
 
@@ -19,7 +22,8 @@ public:
     Value Query(const std::string& sql) override;
     void WriteLongText(const std::string& table, const std::string& keyColumn, const std::string& keyValue,
                        const std::string& valueColumn, const std::string& value) override;
-    /// The place of a failing statement is known where each has an exchange of its own.
+    /// Where a batch is one exchange, the place of the failing statement is found afterwards, by running them
+    /// one by one in a transaction that is undone.
     void RunBatch(std::span<const std::string> statements) override;
     std::string EngineName() override { return connection_.EngineName(); }
     std::string EngineVersion() override { return connection_.EngineVersion(); }
@@ -29,7 +33,11 @@ public:
 private:
     class Transaction;
 
+    void RunJoined(std::span<const std::string> statements);
     void RunOneByOne(std::span<const std::string> statements);
+    /// Which statement of a batch that is undone raises `error`, where one does when they run by themselves.
+    std::optional<std::size_t> FailingPlace(std::span<const std::string> statements,
+                                            const AutomationError& error);
 
     OdbcConnection connection_;
 };

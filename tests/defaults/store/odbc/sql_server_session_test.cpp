@@ -17,6 +17,7 @@ namespace {
 using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::Not;
 using testing::StartsWith;
 using namespace std::string_literals;
 using testing_support::ErrorOf;
@@ -82,17 +83,60 @@ TEST_F(SqlServerSession, SendsABatchAsOneTransaction) {
     EXPECT_THAT(Asked(), ElementsAre("begin", "INSERT 1;\nINSERT 2;\nINSERT 3", "commit", kBackToAutocommit));
 }
 
-TEST_F(SqlServerSession, UndoesAFailedBatch) {
+TEST_F(SqlServerSession, UndoesAFailedBatchAndFindsThePlaceInAnother) {
     server_.Answer("INSERT 2", TdsStub::Error(2627, "Violation of PRIMARY KEY constraint"));
+
+    const AutomationError error = ErrorOf([&] {
+        session_.RunBatch(std::vector<std::string>{"INSERT 1", "INSERT 2", "INSERT 3"});
+    });
+
+    EXPECT_THAT(error.Description(), StartsWith("[23000] statement 2 of 3: "));
+    EXPECT_THAT(error.Description(), HasSubstr("Violation of PRIMARY KEY constraint"));
+    EXPECT_THAT(Asked(), ElementsAre("begin", "INSERT 1;\nINSERT 2;\nINSERT 3", "rollback", kBackToAutocommit,
+                                     "begin", "INSERT 1", "INSERT 2", "rollback", kBackToAutocommit));
+    EXPECT_FALSE(session_.IsLost());
+}
+
+TEST_F(SqlServerSession, NamesNoPlaceWhenNoStatementFailsByItself) {
+    server_.Answer("INSERT 1;", TdsStub::Error(2627, "Violation of PRIMARY KEY constraint"));
 
     const AutomationError error = ErrorOf([&] {
         session_.RunBatch(std::vector<std::string>{"INSERT 1", "INSERT 2"});
     });
 
-    EXPECT_THAT(error.Description(), StartsWith("[23000] "));
-    EXPECT_THAT(error.Description(), HasSubstr("Violation of PRIMARY KEY constraint"));
-    EXPECT_THAT(Asked(), ElementsAre("begin", "INSERT 1;\nINSERT 2", "rollback", kBackToAutocommit));
-    EXPECT_FALSE(session_.IsLost());
+    EXPECT_THAT(error.Description(), Not(HasSubstr("statement")));
+    EXPECT_THAT(Asked(), ElementsAre("begin", "INSERT 1;\nINSERT 2", "rollback", kBackToAutocommit, "begin",
+                                     "INSERT 1", "INSERT 2", "rollback", kBackToAutocommit));
+}
+
+TEST_F(SqlServerSession, NamesNoPlaceWhenAStatementFailsInAnotherWayByItself) {
+    server_.Answer("INSERT 1;", TdsStub::Error(2627, "Violation of PRIMARY KEY constraint"));
+    server_.Answer("INSERT 2", TdsStub::Error(208, "Invalid object name."));
+
+    EXPECT_THAT(ErrorOf([&] {
+                    session_.RunBatch(std::vector<std::string>{"INSERT 1", "INSERT 2"});
+                }).Description(),
+                Not(HasSubstr("statement")));
+}
+
+TEST_F(SqlServerSession, RunsNothingAgainThatMayCommitByItself) {
+    server_.Answer("INSERT 2", TdsStub::Error(2627, "Violation of PRIMARY KEY constraint"));
+
+    const AutomationError error = ErrorOf([&] {
+        session_.RunBatch(std::vector<std::string>{"INSERT 1", "CREATE TABLE a", "INSERT 2"});
+    });
+
+    EXPECT_THAT(error.Description(), Not(HasSubstr("statement")));
+    EXPECT_THAT(Asked(), ElementsAre("begin", "INSERT 1;\nCREATE TABLE a;\nINSERT 2", "rollback",
+                                     kBackToAutocommit, "begin", "INSERT 1", "rollback", kBackToAutocommit));
+}
+
+TEST_F(SqlServerSession, RunsNothingAgainThatWaitedForALockInVain) {
+    server_.Answer("UPDATE 2", TdsStub::Error(1222, "Lock request time out period exceeded."));
+
+    ErrorOf([&] { session_.RunBatch(std::vector<std::string>{"INSERT 1", "UPDATE 2"}); });
+
+    EXPECT_THAT(Asked(), ElementsAre("begin", "INSERT 1;\nUPDATE 2", "rollback", kBackToAutocommit));
 }
 
 TEST_F(SqlServerSession, TellsItsErrorsApart) {
