@@ -12,11 +12,10 @@
 #include "defaults/store/store_test_support.h"
 #include "kxjob/automation_error.h"
 #include "kxjob/caller_texts.h"
+#include "support/sample_errors.h"
 
 namespace kxjob::testing_support {
 namespace {
-
-constexpr auto kLockTaken = static_cast<std::int32_t>(kObjectErrorBase + 746);
 
 /// What can be asked of the library natively only: it takes processes that divide, or texts that are no
 /// UTF-8, for which automation has no counterpart.
