@@ -38,6 +38,8 @@ ItemResult RunItem(JobStore& store, Component& component, const std::string& job
         result.succeeded = true;
     } catch (const std::exception& error) {
         result.note = FailureNote(item.note, Storable(store, error.what()));
+    } catch (...) {
+        result.note = FailureNote(item.note, "The component raised something that is no error");
     }
     result.end = NowISODateTime();
     return result;

@@ -23,26 +23,57 @@ void RequireTables(const StoreConnection& connection) {
     }
 }
 
-void RunWorker(HostContext& host, int number) {
-    Worker worker(host, number);
-    try {
-        worker.Run();
-    } catch (...) {
-        host.state.Fail(std::current_exception());
-        worker.GiveUp();
-    }
-}
+/// The pulse on its thread, for as long as this lives.
+class PulseThread {
+public:
+    explicit PulseThread(HostContext& host) : pulse_(host), thread_([this] { pulse_.Run(); }) {}
+    PulseThread(const PulseThread&) = delete;
+    PulseThread& operator=(const PulseThread&) = delete;
+    ~PulseThread() { pulse_.Stop(); }
 
-/// Ends when all workers have.
-void LookAfter(HostContext& host, StopSignals& signals, const std::atomic<int>& atWork) {
-    while (atWork > 0) {
-        if (signals.Wait(kLookAround) && !host.state.Stopping()) {
-            host.report.Stopping();
-            host.state.Stop();
+private:
+    Pulse pulse_;
+    std::jthread thread_;
+};
+
+/// The workers on their threads. Ends when all of them have.
+class WorkerThreads {
+public:
+    explicit WorkerThreads(HostContext& host) : host_(host) {
+        try {
+            for (int number = 1; number <= host.options.threads; ++number) Start(number);
+        } catch (...) {
+            host_.state.Fail(std::current_exception());  // those that run end, and the host with them
         }
-        host.report.ShowProgress();
     }
-}
+    bool AreAtWork() const { return atWork_ > 0; }
+
+private:
+    void Start(int number) {
+        ++atWork_;
+        try {
+            threads_.emplace_back([this, number] { Run(number); });
+        } catch (...) {
+            --atWork_;
+            throw;
+        }
+    }
+    void Run(int number) {
+        Worker worker(host_, number);
+        try {
+            worker.Run();
+        } catch (...) {
+            host_.state.Fail(std::current_exception());
+            worker.GiveUp();
+        }
+        --atWork_;
+        StopSignals::Wake();
+    }
+
+    HostContext& host_;
+    std::atomic<int> atWork_ = 0;
+    std::vector<std::jthread> threads_;
+};
 
 }  // namespace
 
@@ -51,22 +82,17 @@ void RunHost(const WorkOptions& options, WorkReport& report) {
     HostContext host(options, report);
     StopSignals signals;
     report.Begin(options.threads);
-    Pulse pulse(host);
-    std::jthread pulsing([&] { pulse.Run(); });
-    std::atomic<int> atWork = options.threads;
     {
-        std::vector<std::jthread> workers;
-        for (int number = 1; number <= options.threads; ++number) {
-            workers.emplace_back([&host, &atWork, number] {
-                RunWorker(host, number);
-                --atWork;
-                StopSignals::Wake();
-            });
+        const PulseThread pulse(host);
+        const WorkerThreads workers(host);
+        while (workers.AreAtWork()) {
+            if (signals.Wait(kLookAround) && !host.state.Stopping()) {
+                report.Stopping();
+                host.state.Stop();
+            }
+            report.ShowProgress();
         }
-        LookAfter(host, signals, atWork);
     }
-    pulse.Stop();
-    pulsing.join();
     report.Summary();
     if (const std::exception_ptr failure = host.state.Failure()) std::rethrow_exception(failure);
 }
