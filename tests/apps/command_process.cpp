@@ -54,9 +54,14 @@ pid_t StartCommand(const std::vector<std::string>& arguments,
     posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, files.in.c_str(), O_RDONLY, 0);
     posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, files.out.c_str(), kAnew, S_IRUSR | S_IWUSR);
     posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, files.err.c_str(), kAnew, S_IRUSR | S_IWUSR);
+    posix_spawnattr_t attributes;
+    posix_spawnattr_init(&attributes);
+    posix_spawnattr_setpgroup(&attributes, 0);
+    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP);
     pid_t process = 0;
-    const int problem = posix_spawn(&process, all[0].c_str(), &actions, nullptr, Pointers(all).data(),
+    const int problem = posix_spawn(&process, all[0].c_str(), &actions, &attributes, Pointers(all).data(),
                                     Pointers(variables).data());
+    posix_spawnattr_destroy(&attributes);
     posix_spawn_file_actions_destroy(&actions);
     if (problem != 0) throw std::system_error(problem, std::generic_category(), all[0]);
     return process;

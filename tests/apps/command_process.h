@@ -38,7 +38,7 @@ struct ProcessFiles {
     std::string in = "/dev/null";
 };
 
-/// Starts the kxjob command beside the test.
+/// Starts the kxjob command in a process group of its own.
 pid_t StartCommand(const std::vector<std::string>& arguments,
                    const std::map<std::string, std::string>& environment, const ProcessFiles& files);
 /// Waits for the end of a process; gives its exit status as in Finished.

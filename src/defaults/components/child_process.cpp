@@ -129,7 +129,8 @@ private:
 };
 
 /// A program begins with no signal blocked and with the usual effect of SIGPIPE, whatever its host has
-/// chosen.
+/// chosen, and in a process group of its own: an interrupt from the terminal is for the host, which lets the
+/// program finish.
 class SpawnAttributes {
 public:
     SpawnAttributes() {
@@ -139,7 +140,9 @@ public:
         posix_spawnattr_setsigmask(&attributes_, &signals);
         sigaddset(&signals, SIGPIPE);
         posix_spawnattr_setsigdefault(&attributes_, &signals);
-        posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+        posix_spawnattr_setpgroup(&attributes_, 0);
+        posix_spawnattr_setflags(&attributes_,
+                                 POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETPGROUP);
     }
     SpawnAttributes(const SpawnAttributes&) = delete;
     SpawnAttributes& operator=(const SpawnAttributes&) = delete;

@@ -38,6 +38,10 @@ void HostProcess::Send(int signal) const {
     kill(process_, signal);
 }
 
+void HostProcess::SendToGroup(int signal) const {
+    kill(-process_, signal);
+}
+
 int HostProcess::ExitStatus() {
     return WaitForEnd(std::exchange(process_, 0));
 }

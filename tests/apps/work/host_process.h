@@ -26,6 +26,8 @@ public:
     ~HostProcess();
 
     void Send(int signal) const;
+    /// As a terminal does it: to the host and to what it has started, unless that is in another group.
+    void SendToGroup(int signal) const;
     /// Waits for its end; 128 and more: ended by a signal.
     int ExitStatus();
     std::string Out() const;

@@ -152,7 +152,7 @@ TEST_P(WorkCommand, FinishesTheItemInWorkAndGivesBackTheOthersAtASignal) {
     HostProcess host = Host({});
     WaitUntilItem3();
 
-    host.Send(SIGTERM);
+    host.SendToGroup(SIGINT);
     WaitFor([&] { return host.Out().find("Stopping") != std::string::npos; });
     OpenGate();
 
@@ -170,11 +170,11 @@ TEST_P(WorkCommand, EndsAtOnceAtASecondSignalAndLeavesItsItemsToTheLease) {
     HostProcess host = Host({"--lease", "0.5"});
     WaitUntilItem3();
 
-    host.Send(SIGINT);
+    host.Send(SIGTERM);
     WaitFor([&] { return host.Out().find("Stopping") != std::string::npos; });
-    host.Send(SIGINT);
+    host.Send(SIGTERM);
 
-    EXPECT_EQ(host.ExitStatus(), 128 + SIGINT);
+    EXPECT_EQ(host.ExitStatus(), 128 + SIGTERM);
     EXPECT_EQ(ItemsAt(job, "COMPLETE"), Value(3));
     const TaskName task = OnlyTask(job);
     OpenGate();
