@@ -66,6 +66,8 @@ void WorkReport::ShowProgress() {
     const Clock::time_point now = Clock::now();
     if (now - lastShown_ < (form_.isTerminal ? Clock::duration(kRedraw) : Clock::duration(kPlainLine)))
         return;
+    const bool isNews = succeeded_ + failed_ != lastDone_;
+    if (!form_.isTerminal && !isNews) return;  // a log wants no line for every idle moment
     const std::string status = StatusLine(now);
     if (form_.isTerminal && !form_.json) {
         const std::lock_guard lock(mutex_);

@@ -65,9 +65,9 @@ void Worker::Work(const WorkableJob& job, Choosing& choosing) {
         host_.watch.Through([&] { CloseTask(store_, task_->name, false); });
     } else {
         host_.report.ThreadsAtWork(1);
-        WorkLots(*component, choosing);
+        const std::optional<SequenceRange> held = WorkLots(*component, choosing);
         host_.report.ThreadsAtWork(-1);
-        EndTask(job);
+        EndTask(job, held);
     }
     host_.tasks.Remove(task_);
     task_ = nullptr;
@@ -83,7 +83,7 @@ ComponentRef Worker::CreateComponentOf(const WorkableJob& job) {
     }
 }
 
-void Worker::WorkLots(Component& component, Choosing& choosing) {
+std::optional<SequenceRange> Worker::WorkLots(Component& component, Choosing& choosing) {
     ItemLots lots(store_, task_->name);
     LotSize size(host_.options.mostInALot);
     while (GoesOn()) {
@@ -94,6 +94,7 @@ void Worker::WorkLots(Component& component, Choosing& choosing) {
         WorkLot(items, component);
         size.Took(SecondsSince(start));
     }
+    return lots.Whereabouts();
 }
 
 /// After a claim whose end was not seen, what the task holds is what that claim got.
@@ -131,13 +132,13 @@ void Worker::WriteResults() {
 }
 
 /// The job is ended while the task still runs: the lock that it takes for this has a living holder.
-void Worker::EndTask(const WorkableJob& job) {
+void Worker::EndTask(const WorkableJob& job, const std::optional<SequenceRange>& held) {
     if (task_->isLost) return host_.report.TaskLost(task_->name.task);
     JobEnd end = JobEnd::NotYet;
     if (GoesOn()) {
         end = host_.watch.Through([&] { return EndJob(store_, task_->name, host_.options.leaseSeconds); });
     }
-    host_.watch.Through([&] { CloseTask(store_, task_->name, true); });
+    host_.watch.Through([&] { CloseTask(store_, task_->name, true, held); });
     isToldToStop_ = task_->isToldToStop;
     if (end == JobEnd::ByOthers) host_.jobs.Avoid(job.guid, host_.options.pollSeconds);
     if (end == JobEnd::ByThisCall) TellOfEnd(job);

@@ -32,11 +32,12 @@ private:
     void Work(const WorkableJob& job, Choosing& choosing);
     /// Null, after a report, when the component cannot be created.
     ComponentRef CreateComponentOf(const WorkableJob& job);
-    void WorkLots(Component& component, Choosing& choosing);
+    /// Gives back where the items are that the task may still hold.
+    std::optional<SequenceRange> WorkLots(Component& component, Choosing& choosing);
     void WorkLot(const std::vector<ClaimedItem>& items, Component& component);
     std::vector<ClaimedItem> Claim(ItemLots& lots, std::size_t most);
     void WriteResults();
-    void EndTask(const WorkableJob& job);
+    void EndTask(const WorkableJob& job, const std::optional<SequenceRange>& held);
     void TellOfEnd(const WorkableJob& job);
     bool GoesOn() const;
 

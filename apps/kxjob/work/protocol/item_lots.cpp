@@ -34,7 +34,12 @@ std::vector<ClaimedItem> ItemLots::Claim(std::size_t most) {
     }
 }
 
+std::optional<SequenceRange> ItemLots::Whereabouts() const {
+    return isLastLotAll_ ? std::optional(lastLot_) : std::nullopt;
+}
+
 std::vector<ClaimedItem> ItemLots::Held() {
+    isLastLotAll_ = false;
     return HeldWithin("");
 }
 
@@ -77,6 +82,7 @@ void ItemLots::Take(const std::vector<Waiting>& waiting, std::size_t most) {
     const std::size_t count = std::min(most, waiting.size());
     const std::int64_t first = waiting.front().sequence;
     const std::int64_t last = waiting[count - 1].sequence;
+    lastLot_ = {first, last};
     const bool lastIsShared = count < waiting.size() && waiting[count].sequence == last;
     std::string chosen;
     if (lastIsShared) {  // the range of numbers alone would take more than the lot

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -30,6 +31,10 @@ public:
     /// All that the task holds: for a claim whose end was not seen.
     std::vector<ClaimedItem> Held();
 
+    /// Where the items are that the task may hold, if those of earlier lots are finished; not known after a
+    /// claim whose end was not seen: it may still come.
+    std::optional<SequenceRange> Whereabouts() const;
+
 private:
     struct Waiting {
         std::string guid;
@@ -46,6 +51,8 @@ private:
     JobStore& store_;
     TaskName name_;
     std::int64_t window_ = 1;
+    SequenceRange lastLot_;
+    bool isLastLotAll_ = true;
 };
 
 /// The lowest sequence number of a job's waiting items, or of those from `from` on; Null when there is none.

@@ -32,11 +32,13 @@ std::string UserName() {
 /// The statements that give back what a task holds, once its row says that it is not RUNNING. The first one
 /// locks the job's row whatever it changes: a claim of the same task either comes whole before it or finds
 /// the task ended.
-std::vector<std::string> GivingBack(JobStore& store, const TaskName& name) {
+std::vector<std::string> GivingBack(JobStore& store, const TaskName& name,
+                                    const std::optional<SequenceRange>& where) {
     const std::string job = store.Literal(name.job);
     const std::string task = store.Literal(name.task);
-    const std::string held =
+    std::string held =
         fmt::format("jobguid = {} AND jobtaskguid = {} AND jobitemstateid = 'RUNNING'", job, task);
+    if (where) held += fmt::format(" AND sequence BETWEEN {} AND {}", where->first, where->last);
     const std::string lowest =
         fmt::format("(SELECT MIN(sequence) FROM {} WHERE {})", store.Table("JobItem"), held);
     return {fmt::format("UPDATE {0} SET nextjobitem = CASE WHEN nextjobitem > {1} THEN {1} ELSE nextjobitem"
@@ -48,8 +50,9 @@ std::vector<std::string> GivingBack(JobStore& store, const TaskName& name) {
                         store.Table("JobItem"), held, store.Table("jobtask"), task)};
 }
 
-void EndAndGiveBack(JobStore& store, const TaskName& name, const std::string& ending) {
-    std::vector<std::string> statements = GivingBack(store, name);
+void EndAndGiveBack(JobStore& store, const TaskName& name, const std::string& ending,
+                    const std::optional<SequenceRange>& where) {
+    std::vector<std::string> statements = GivingBack(store, name, where);
     statements.insert(statements.begin(), ending);
     store.ExecuteTogether(statements);
 }
@@ -99,12 +102,14 @@ std::vector<TaskStanding> StandingsOf(JobStore& store, const std::vector<std::st
     return standings;
 }
 
-void CloseTask(JobStore& store, const TaskName& name, bool succeeded) {
+void CloseTask(JobStore& store, const TaskName& name, bool succeeded,
+               const std::optional<SequenceRange>& where) {
     EndAndGiveBack(store, name,
                    fmt::format("UPDATE {} SET jobtaskstateid = {}, enddt = {} WHERE jobtaskguid = {}"
                                " AND jobtaskstateid = 'RUNNING'",
                                store.Table("jobtask"), store.Literal(succeeded ? kComplete : kFailedState),
-                               store.Literal(NowISODateTime()), store.Literal(name.task)));
+                               store.Literal(NowISODateTime()), store.Literal(name.task)),
+                   where);
 }
 
 std::vector<ExpiredTask> ExpiredTasks(JobStore& store) {
@@ -125,7 +130,8 @@ void TakeOver(JobStore& store, const ExpiredTask& task) {
         store, task.name,
         fmt::format("UPDATE {} SET jobtaskstateid = 'FAILED' WHERE jobtaskguid = {}"
                     " AND jobtaskstateid = 'RUNNING' AND enddt = {}",
-                    store.Table("jobtask"), store.Literal(task.name.task), store.Literal(task.heldUntil)));
+                    store.Table("jobtask"), store.Literal(task.name.task), store.Literal(task.heldUntil)),
+        std::nullopt);
 }
 
 bool IsTakenOver(JobStore& store, const std::string& task) {

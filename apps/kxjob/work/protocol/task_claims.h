@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -11,6 +13,12 @@ namespace kxjob::command {
 struct TaskName {
     std::string job;
     std::string task;
+};
+
+/// Where in a job, by sequence number, the items of a task are.
+struct SequenceRange {
+    std::int64_t first = 0;
+    std::int64_t last = -1;  // before `first`: nowhere
 };
 
 /// How a task stands in the store.
@@ -37,8 +45,10 @@ void RenewClaims(JobStore& store, const std::vector<std::string>& tasks, double 
 /// How these tasks stand; one whose row is gone is not RUNNING.
 std::vector<TaskStanding> StandingsOf(JobStore& store, const std::vector<std::string>& tasks);
 
-/// Ends a RUNNING task as COMPLETE or FAILED, and gives back the items that it still holds.
-void CloseTask(JobStore& store, const TaskName& name, bool succeeded);
+/// Ends a RUNNING task as COMPLETE or FAILED, and gives back the items that it still holds. These are looked
+/// for in `where`, in the whole job when it is not known.
+void CloseTask(JobStore& store, const TaskName& name, bool succeeded,
+               const std::optional<SequenceRange>& where = std::nullopt);
 
 /// The RUNNING tasks whose claims have run out by the store's clock. Those of other programs, which have no
 /// claim, are none of them.
