@@ -193,15 +193,52 @@ TEST_P(StoreContract, RefusesTextsThatNoStoreCanKeep) {
     EXPECT_EQ(Cell("SELECT COUNT(*) FROM kx_job"), Value(1));
 }
 
-TEST_P(StoreContract, KeepsANoteOfSeveralMegabytes) {
-    const std::string job = MakeJob(0);
-    std::string note;
-    while (note.size() < (std::size_t{5} << 20U)) note += "it's; a ? long \\ note \U0001F600\r\n";
+namespace {
 
-    jobs_.AppendJobFailureNote(connectionString_, provider_, "kx_", job, note);
+/// A text of at least this many bytes of what drivers have been known to trip over.
+std::string HostileText(std::size_t bytes, std::string_view more = "") {
+    const std::string piece = std::string("it's; a ? long \\ text \u00E9 {d '1'}\r\n").append(more);
+    std::string text;
+    text.reserve(bytes + piece.size());
+    while (text.size() < bytes) text += piece;
+    return text;
+}
 
-    const Value kept = Cell("SELECT failurenote FROM kx_job WHERE jobguid = '" + job + "'");
-    EXPECT_TRUE(kept.Text().find(note) != std::string::npos);  // no output of 5 MB
+}  // namespace
+
+void StoreContract::ExpectLongTextsAreKept(const std::string& text) {
+    const std::string job = NewGuid();
+
+    jobs_.CreateJob(connectionString_, provider_, "kx_", job, "TYPE", "a job", kStateGuid1, text, 1);
+    jobs_.CreateJobItem(connectionString_, provider_, "kx_", job, NewGuid(), text, 0);
+    jobs_.AppendJobFailureNote(connectionString_, provider_, "kx_", job, text);
+
+    // Not EXPECT_EQ: no output of many megabytes.
+    EXPECT_TRUE(jobs_.GetJobParameters(connectionString_, provider_, "kx_", job) == text);
+    EXPECT_TRUE(Cell("SELECT data FROM kx_JobItem").Text() == text);
+    EXPECT_TRUE(Cell("SELECT failurenote FROM kx_job").Text().find(text) != std::string::npos);
+}
+
+TEST_P(StoreContract, KeepsTextsOf5Megabytes) {
+    ExpectLongTextsAreKept(HostileText(std::size_t{5} << 20U, "\U0001F600"));
+}
+
+TEST_P(StoreContract, KeepsTextsOf64Megabytes) {
+    ExpectLongTextsAreKept(HostileText(std::size_t{64} << 20U, "\U0001F600"));
+}
+
+TEST_P(StoreContract, KeepsLiteralsOf256Kilobytes) {
+    const std::string text = HostileText(std::size_t{256} << 10U);
+    const std::string job = NewGuid();
+
+    jobs_.CreateJob(connectionString_, provider_, "kx_", job, "TYPE", text, kStateGuid1, "", 1);
+    const std::string task = jobs_.RegisterJobTask(connectionString_, "kx_", text, job, text, "", 1, 1);
+    jobs_.UpdateTaskCommand(connectionString_, "kx_", task, text);
+
+    EXPECT_TRUE(Cell("SELECT description FROM kx_job").Text() == text);
+    EXPECT_TRUE(Cell("SELECT description FROM kx_jobtask").Text() == text);
+    EXPECT_TRUE(Cell("SELECT usercontext FROM kx_jobtask").Text() == text);
+    EXPECT_TRUE(Cell("SELECT command FROM kx_jobtask").Text() == text);
 }
 
 INSTANTIATE_TEST_SUITE_P(Engines, StoreContract, testing::ValuesIn(EveryEngine()), EngineName);

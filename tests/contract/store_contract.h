@@ -29,6 +29,8 @@ protected:
     std::string MakeJob(int items);
     /// Gives a text to all kinds of methods that keep one, and reads it back.
     void ExpectEveryMethodKeeps(const std::string& text);
+    /// The same for the methods that take texts of any length.
+    void ExpectLongTextsAreKept(const std::string& text);
 
     TemporaryFolder folder_;
     EnvironmentVariable configuration_{"KXJOB_CONFIG", folder_.File("kxjob.conf")};

@@ -3,6 +3,7 @@
 #include <set>
 
 #include "apps/work/work_contract.h"
+#include "contract/native/file_engines.h"
 #include "defaults/store/store_test_support.h"
 #include "work/protocol/item_lots.h"
 #include "work/protocol/item_results.h"

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include "apps/work/work_contract.h"
+#include "contract/native/file_engines.h"
 #include "kxjob/caller_texts.h"
 #include "work/protocol/item_lots.h"
 #include "work/protocol/item_results.h"

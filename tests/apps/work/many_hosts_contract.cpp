@@ -10,6 +10,7 @@
 
 #include "apps/work/host_process.h"
 #include "apps/work/work_contract.h"
+#include "contract/native/file_engines.h"
 #include "kxjob/automation_error.h"
 
 namespace kxjob::testing_support {

@@ -9,6 +9,7 @@
 
 #include "apps/work/host_process.h"
 #include "apps/work/work_contract.h"
+#include "contract/native/file_engines.h"
 #include "defaults/store/store_test_support.h"
 #include "kxjob/automation_error.h"
 #include "work/protocol/task_claims.h"

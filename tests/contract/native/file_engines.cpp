@@ -1,4 +1,5 @@
-#include "contract/contract_engine.h"
+#include "contract/native/file_engines.h"
+
 #include "defaults/store/store_test_support.h"
 
 namespace kxjob::testing_support {
@@ -26,10 +27,14 @@ ContractEngine File(const std::string& name, const std::string& driver) {
 
 }  // namespace
 
+ContractEngine SqliteFile() {
+    return File("SqliteFile", "SQLite");
+}
+
 std::vector<ContractEngine> FileEngines() {
     ContractEngine behindOdbc = File("SqliteFileBehindOdbc", "{SQLite3}");
     behindOdbc.whyDoublesLoseBits = "the driver fetches a double as a text of 15 digits";
-    return {File("SqliteFile", "SQLite"), behindOdbc};
+    return {SqliteFile(), behindOdbc};
 }
 
 }  // namespace kxjob::testing_support

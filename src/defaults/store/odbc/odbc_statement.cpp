@@ -1,7 +1,6 @@
 #include "defaults/store/odbc/odbc_statement.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
@@ -18,7 +17,7 @@ namespace {
 using Unit = DriverText::value_type;
 
 constexpr std::size_t kPiece = (std::size_t{64} << 10U) / sizeof(Unit);
-constexpr std::size_t kCellBuffer = 4096;
+constexpr std::size_t kFirstPiece = 4096;
 
 void RequireSendable(const std::string& sql) {
     if (sql.find('\0') != std::string::npos) {
@@ -30,7 +29,7 @@ void RequireSendable(const std::string& sql) {
 }  // namespace
 
 OdbcStatement::OdbcStatement(OdbcConnection& connection)
-    : connection_(connection), handle_(connection.NewStatement()) {}
+    : connection_(connection), handle_(connection.NewStatement()), piece_(kFirstPiece) {}
 
 void OdbcStatement::Run(const std::string& sql) {
     Start(sql);
@@ -123,16 +122,18 @@ Value OdbcStatement::Cell(SQLUSMALLINT column, CellKind kind) {
 
 Value OdbcStatement::TextCell(SQLUSMALLINT column, CellKind kind) {
     DriverText text;
-    std::array<Unit, kCellBuffer> buffer{};
     SQLLEN left = 0;
-    while (Succeeded(SQLGetData(handle_.get(), column, kDriverText, buffer.data(), sizeof buffer, &left))) {
+    while (Succeeded(SQLGetData(handle_.get(), column, kDriverText, piece_.data(),
+                                static_cast<SQLLEN>(piece_.size() * sizeof(Unit)), &left))) {
         if (left == SQL_NULL_DATA) return Null{};
-        const bool isLast = left >= 0 && static_cast<std::size_t>(left) < sizeof buffer;
-        if (isLast) {
-            text.append(buffer.data(), static_cast<std::size_t>(left) / sizeof(Unit));
+        const std::size_t units = left < 0 ? piece_.size() : static_cast<std::size_t>(left) / sizeof(Unit);
+        if (units < piece_.size()) {
+            text.append(piece_.data(), units);
             break;
         }
-        text.append(buffer.begin(), std::find(buffer.begin(), buffer.end() - 1, Unit{}));
+        text.append(piece_.begin(), std::find(piece_.begin(), piece_.end() - 1, Unit{}));
+        // Some drivers convert the whole text again for every piece: the rest comes in one.
+        piece_.resize(units + 1);
     }
     if (kind == CellKind::kDigits) return DigitsCell(FromDriverText(text));
     return FromDriverText(text);

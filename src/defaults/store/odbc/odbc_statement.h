@@ -38,6 +38,7 @@ private:
 
     OdbcConnection& connection_;
     OdbcStatementHandle handle_;
+    std::vector<DriverText::value_type> piece_;  // of a text that is being read
 };
 
 }  // namespace kxjob
