@@ -22,5 +22,38 @@ TEST(TextTable, AlignsItsColumnsAndLeavesNoBlanksAtTheEnd) {
               "  F\n\n");
 }
 
+TEST(TextTable, CountsCharactersNotBytes) {
+    TextTable table({"a", "b"});
+    table.AddRow({"\xC3\xA9\xC3\xA9", "x"});
+    table.AddRow({"abc", "y"});
+    std::ostringstream out;
+
+    table.Print(out, "T");
+
+    EXPECT_EQ(out.str(),
+              "T\n"
+              "  a    b\n"
+              "  \xC3\xA9\xC3\xA9   x\n"
+              "  abc  y\n\n");
+}
+
+TEST(TextTable, KeepsARowOnItsLine) {
+    TextTable table({"a"});
+    table.AddRow({"one\ntwo\033[2J"});
+    std::ostringstream out;
+
+    table.Print(out, "T");
+
+    EXPECT_EQ(out.str(), "T\n  a\n  one two [2J\n\n");
+}
+
+TEST(TextTable, HasNoHeaderOverNothing) {
+    std::ostringstream out;
+
+    TextTable({"a", "b"}).Print(out, "Nothing");
+
+    EXPECT_EQ(out.str(), "Nothing\n\n");
+}
+
 }  // namespace
 }  // namespace kxjob::command
