@@ -7,6 +7,7 @@
 #include <system_error>
 
 #include "kxjob/automation_error.h"
+#include "records/guid_text.h"
 #include "usage_error.h"
 #include "value_json.h"
 
@@ -25,17 +26,6 @@ bool EqualsIgnoringCase(std::string_view text, std::string_view lowerCase) {
     return std::equal(text.begin(), text.end(), lowerCase.begin(), lowerCase.end(), [](char a, char b) {
         return (a >= 'A' && a <= 'Z' ? static_cast<char>(a - 'A' + 'a') : a) == b;
     });
-}
-
-bool IsHexDigit(char c) {
-    return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
-}
-
-/// {8-4-4-4-12} hexadecimal digits.
-bool IsGuid(std::string_view text) {
-    constexpr std::string_view kShape = "{hhhhhhhh-hhhh-hhhh-hhhh-hhhhhhhhhhhh}";
-    return std::equal(text.begin(), text.end(), kShape.begin(), kShape.end(),
-                      [](char c, char shape) { return shape == 'h' ? IsHexDigit(c) : c == shape; });
 }
 
 }  // namespace

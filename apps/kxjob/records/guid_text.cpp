@@ -2,16 +2,20 @@
 
 #include <algorithm>
 #include <cctype>
-#include <regex>
 
 namespace kxjob::command {
 
+bool IsGuid(std::string_view text) {
+    constexpr std::string_view kShape = "{hhhhhhhh-hhhh-hhhh-hhhh-hhhhhhhhhhhh}";
+    return std::ranges::equal(text, kShape, [](char c, char shape) {
+        return shape == 'h' ? std::isxdigit(static_cast<unsigned char>(c)) != 0 : c == shape;
+    });
+}
+
 std::string GuidText(std::string_view typed) {
-    static const std::regex kForm(
-        R"(\{?([0-9A-Fa-f]{8}-[0-9A-Fa-f]{4}-[0-9A-Fa-f]{4}-[0-9A-Fa-f]{4}-[0-9A-Fa-f]{12})\}?)");
-    std::cmatch match;
-    if (!std::regex_match(typed.data(), typed.data() + typed.size(), match, kForm)) return std::string(typed);
-    std::string guid = "{" + match[1].str() + "}";
+    std::string guid(typed);
+    if (!typed.starts_with('{')) guid = "{" + guid + "}";
+    if (!IsGuid(guid)) return std::string(typed);
     std::ranges::transform(guid, guid.begin(), [](unsigned char digit) { return std::toupper(digit); });
     return guid;
 }
