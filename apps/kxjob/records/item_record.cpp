@@ -2,6 +2,7 @@
 
 #include "kxjob/automation_error.h"
 #include "kxjob/job_helper.h"
+#include "kxjob/store.h"
 #include "records/guid_text.h"
 #include "records/optional_json.h"
 #include "records/row.h"
@@ -29,38 +30,32 @@ ItemDetails DetailsOf(const Row& row) {
             .note = row.Text(jiifFaliureNote)};
 }
 
-/// What `read` gives, or Empty where it raises that there is no row.
-template <typename Read>
-Value RowsOrEmpty(Read read) {
-    try {
-        return read();
-    } catch (const AutomationError& error) {
-        if (error.Number() != error_number::kNoRow) throw;
-        return {};
-    }
+/// The key of the item as the store has it; empty when it has none.
+std::string KeyOf(const StoreConnection& connection, const std::string& typed) {
+    Store store(connection.connectionString, connection.provider, connection.nameQualifier);
+    const std::vector<std::string> keys =
+        ReadRows(store.Query("SELECT jobitemguid FROM " + store.Table("JobItem") + " WHERE jobitemguid IN (" +
+                             store.Literal(typed) + ", " + store.Literal(GuidText(typed)) + ")"),
+                 [](const Row& row) { return row.Text(0); });
+    return keys.empty() ? std::string() : keys.front();
 }
 
 }  // namespace
 
 std::vector<ItemRecord> ReadItems(const StoreConnection& store, const std::string& job) {
-    return ReadRows(RowsOrEmpty([&] {
-                        return JobHelper().GetJobItems(store.connectionString, store.provider,
-                                                       store.nameQualifier, job);
-                    }),
+    JobHelper jobs;
+    // GetJobItems raises, and logs, that there is none.
+    if (jobs.JobItemsAtState(store.connectionString, store.nameQualifier, job).IsEmpty()) return {};
+    return ReadRows(jobs.GetJobItems(store.connectionString, store.provider, store.nameQualifier, job),
                     ItemOf);
 }
 
 ItemDetails ReadItem(const StoreConnection& store, const std::string& guid) {
-    for (const std::string& key : {guid, GuidText(guid)}) {
-        const std::vector<ItemDetails> items =
-            ReadRows(RowsOrEmpty([&] {
-                         return JobHelper().GetJobItem(store.connectionString, store.provider,
-                                                       store.nameQualifier, key);
-                     }),
-                     DetailsOf);
-        if (!items.empty()) return items.front();
-    }
-    throw AutomationError(error_number::kNoRow, "kxjob", "There is no item " + guid);
+    const std::string key = KeyOf(store, guid);
+    if (key.empty()) throw AutomationError(error_number::kNoRow, "kxjob", "There is no item " + guid);
+    return ReadRows(JobHelper().GetJobItem(store.connectionString, store.provider, store.nameQualifier, key),
+                    DetailsOf)
+        .at(0);
 }
 
 Json ToJson(const ItemRecord& item) {
