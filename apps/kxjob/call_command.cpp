@@ -7,6 +7,7 @@
 #include <string_view>
 #include <utility>
 
+#include "command_groups.h"
 #include "exit_status.h"
 #include "journal_file.h"
 #include "kxjob/automation_error.h"
@@ -135,6 +136,7 @@ std::vector<std::string> TakeMethodArguments(std::vector<std::string>& arguments
 
 void AddCallCommand(CLI::App& app, std::vector<std::string> methodArguments, int& exitStatus) {
     CLI::App* const command = app.add_subcommand("call", "Call one method of JobHelper; the answer is JSON");
+    command->group(kPrograms);
     const auto methodName = std::make_shared<std::string>();
     command
         ->add_option("METHOD", *methodName,

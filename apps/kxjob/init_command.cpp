@@ -5,6 +5,7 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
+#include "command_groups.h"
 #include "kxjob/store.h"
 #include "store/store_options.h"
 
@@ -39,6 +40,7 @@ void Init(const InitOptions& options) {
 
 void AddInitCommand(CLI::App& app) {
     CLI::App* const command = app.add_subcommand("init", "Make the tables of a store; safe to run twice");
+    command->group(kSettingUp);
     const auto options = std::make_shared<InitOptions>();
     options->store.AddTo(*command);
     command->add_flag("--json", options->json, "Print one JSON object");

@@ -7,6 +7,7 @@
 #include <memory>
 #include <thread>
 
+#include "command_groups.h"
 #include "demo/demo_files.h"
 #include "demo/demo_hosts.h"
 #include "demo/demo_report.h"
@@ -221,6 +222,7 @@ void RunDemo(const DemoOptions& options, int& exitStatus) {
 void AddDemoCommand(CLI::App& app, int& exitStatus) {
     CLI::App* const command =
         app.add_subcommand("demo", "Take one job the whole road: the SHA-256 of every file below a folder");
+    command->group(kPrograms);
     const auto options = std::make_shared<DemoOptions>();
     command->add_option("folder", options->folder, "Whose files become the items")->capture_default_str();
     command
