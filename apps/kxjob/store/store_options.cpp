@@ -1,5 +1,7 @@
 #include "store/store_options.h"
 
+#include "usage_error.h"
+
 namespace kxjob::command {
 
 void StoreOptions::AddTo(CLI::App& command) {
@@ -16,6 +18,16 @@ StoreConnection StoreOptions::Resolve() const {
         connection_ ? StoreConnection{*connection_, dspSqlite, {}} : ConfiguredConnection();
     store.provider = provider_.value_or(store.provider);
     store.nameQualifier = qualifier_.value_or(store.nameQualifier);
+    return store;
+}
+
+StoreConnection StoreOptions::ResolveForJobs() const {
+    StoreConnection store = Resolve();
+    if (store.nameQualifier.empty() && (connection_ || qualifier_)) {
+        throw UsageError(
+            "Jobs need --qualifier with a text in it: with an empty one they are looked for in the store that"
+            " the configuration names.");
+    }
     return store;
 }
 

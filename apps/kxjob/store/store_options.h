@@ -16,6 +16,9 @@ public:
     bool NamesStore() const { return connection_.has_value(); }
     /// Raises 0x80040000 + 704 when neither the options nor the configuration name a store.
     StoreConnection Resolve() const;
+    /// The same for the methods on jobs, to which an empty qualifier means the store of the configuration.
+    /// Raises UsageError where that would be another store than the options name.
+    StoreConnection ResolveForJobs() const;
 
 private:
     std::optional<std::string> connection_;
