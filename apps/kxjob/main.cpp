@@ -13,6 +13,7 @@
 #include "init_command.h"
 #include "kxjob/component_registry.h"
 #include "kxjob/job_helper.h"
+#include "types/type_command.h"
 #include "usage_error.h"
 #include "work/work_command.h"
 
@@ -26,9 +27,10 @@ int Run(std::vector<std::string> arguments) {
     int exitStatus = kDone;
     // Built in, for the demo's worker hosts.
     RegisterComponent(FileDigest::kProgId, [] { return std::make_shared<FileDigest>(); });
-    AddDemoCommand(app, exitStatus);
     AddInitCommand(app);
+    AddTypeCommand(app, exitStatus);
     AddWorkCommand(app);
+    AddDemoCommand(app, exitStatus);
     AddCallCommand(app, TakeMethodArguments(arguments), exitStatus);
     try {
         std::reverse(arguments.begin(), arguments.end());  // the parser takes them from the back
