@@ -11,6 +11,7 @@
 #include "demo/file_digest.h"
 #include "exit_status.h"
 #include "init_command.h"
+#include "jobs/job_commands.h"
 #include "kxjob/component_registry.h"
 #include "kxjob/job_helper.h"
 #include "types/type_command.h"
@@ -29,6 +30,16 @@ int Run(std::vector<std::string> arguments) {
     RegisterComponent(FileDigest::kProgId, [] { return std::make_shared<FileDigest>(); });
     AddInitCommand(app);
     AddTypeCommand(app, exitStatus);
+    AddCreateCommand(app);
+    AddListCommand(app);
+    AddShowCommand(app);
+    AddItemCommands(app);
+    AddSetStateCommand(app, exitStatus);
+    AddNoteCommand(app);
+    AddRemoveCommand(app, exitStatus);
+    AddTasksCommand(app);
+    AddSweepCommand(app, exitStatus);
+    AddHistoryCommand(app);
     AddWorkCommand(app);
     AddDemoCommand(app, exitStatus);
     AddCallCommand(app, TakeMethodArguments(arguments), exitStatus);

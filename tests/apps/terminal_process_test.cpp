@@ -3,10 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <csignal>
 #include <stdexcept>
-
-#include "files/temporary_folder.h"
 
 namespace kxjob::testing_support {
 namespace {
@@ -30,17 +27,6 @@ TEST(TerminalProcess, SaysWhatWasShownInsteadOfTheTextThatNeverComes) {
 
     EXPECT_THROW(terminal.WaitFor("another text"), std::runtime_error);
     EXPECT_EQ(terminal.ExitStatus(), 0) << "the end is still there to be had";
-}
-
-TEST(TerminalProcess, TypesAsAPersonDoes) {
-    const TemporaryFolder folder;
-    TerminalProcess terminal({"demo", "/usr/share/doc", "--threads", "1"},
-                             {{"TMPDIR", folder.File("")}, {"KXJOB_CONFIG", "/dev/null"}});
-    terminal.WaitFor("Created job");
-
-    terminal.Type("\x03");
-
-    EXPECT_EQ(terminal.ExitStatus(), 128 + SIGINT);
 }
 
 }  // namespace
