@@ -45,7 +45,7 @@ protected:
             " '<job><jobguid>" +
             job + "</jobguid><jobstateid>" + state + "</jobstateid></job>'");
     }
-    std::string Chosen(const command::JobFilter& filter = {}) {
+    std::string Chosen(const command::WantedJobs& filter = {}) {
         const JobChoice choice = ChooseJob(*store_, filter);
         return choice.job ? choice.job->guid : "";
     }

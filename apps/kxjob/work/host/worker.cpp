@@ -37,12 +37,12 @@ void Worker::Run() {
 std::optional<WorkableJob> Worker::NextJob(Choosing& choosing) {
     while (!host_.state.Stopping()) {
         choosing.lock();
-        const JobFilter filter{host_.options.type, host_.options.once ? host_.jobs.First() : std::string(),
-                               [this](const std::string& job) { return host_.jobs.IsAvoided(job); }};
-        JobChoice choice = host_.watch.Through([&] { return ChooseJob(store_, filter); });
+        const WantedJobs wanted{host_.options.type, host_.options.once ? host_.jobs.First() : std::string(),
+                                [this](const std::string& job) { return host_.jobs.IsAvoided(job); }};
+        JobChoice choice = host_.watch.Through([&] { return ChooseJob(store_, wanted); });
         if (choice.job) return choice.job;
         choosing.unlock();
-        const bool isOver = host_.options.untilEmpty || !filter.only.empty();
+        const bool isOver = host_.options.untilEmpty || !wanted.only.empty();
         if (isOver && !choice.anythingLeft) return std::nullopt;
         host_.state.Pause(host_.options.pollSeconds);
     }

@@ -73,18 +73,18 @@ std::map<std::string, std::int64_t> RunningTasks(JobStore& store) {
     return counts;
 }
 
-std::vector<Candidate> Candidates(JobStore& store, const JobFilter& filter) {
-    const std::map<std::string, WorkableJob> types = WorkableTypes(store, filter.type);
+std::vector<Candidate> Candidates(JobStore& store, const WantedJobs& wanted) {
+    const std::map<std::string, WorkableJob> types = WorkableTypes(store, wanted.type);
     const std::map<std::string, std::int64_t> tasks = RunningTasks(store);
     const StoreConnection& connection = store.Connection();
     std::vector<Candidate> candidates;
     for (const char* state : {kQueued, kRunning}) {
         const Value jobs = store.Jobs().GetJob(connection.connectionString, connection.provider,
-                                               connection.nameQualifier, filter.only, filter.type, state);
+                                               connection.nameQualifier, wanted.only, wanted.type, state);
         for (std::int32_t row = 0; row < RowCount(jobs); ++row) {
             const std::string guid = jobs.Rows().Cell(jifJobGUID, row).ToText();
             const auto type = types.find(jobs.Rows().Cell(jifJobType, row).ToJoinedText());
-            if (type == types.end() || filter.isAvoided(guid)) continue;
+            if (type == types.end() || wanted.isAvoided(guid)) continue;
             const auto running = tasks.find(guid);
             candidates.push_back({{guid, type->second.progId, type->second.notificationProgId},
                                   running == tasks.end() ? 0 : running->second});
@@ -102,9 +102,9 @@ bool HasItems(JobStore& store, const std::string& job) {
 
 }  // namespace
 
-JobChoice ChooseJob(JobStore& store, const JobFilter& filter) {
+JobChoice ChooseJob(JobStore& store, const WantedJobs& wanted) {
     const std::string recommended = Recommended(store);
-    std::vector<Candidate> candidates = Candidates(store, filter);
+    std::vector<Candidate> candidates = Candidates(store, wanted);
     std::stable_sort(candidates.begin(), candidates.end(),
                      [&](const Candidate& left, const Candidate& right) {
                          const bool leftIsIt = left.job.guid == recommended;

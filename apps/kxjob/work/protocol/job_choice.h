@@ -16,7 +16,7 @@ struct WorkableJob {
 };
 
 /// Which jobs a host takes.
-struct JobFilter {
+struct WantedJobs {
     std::string type;  // empty: any
     std::string only;  // the one job; empty: any
     std::function<bool(const std::string& job)> isAvoided = [](const std::string&) { return false; };
@@ -31,6 +31,6 @@ struct JobChoice {
 
 /// The job to work on next: the one that GetNextJob recommends if there is something to do, else of the
 /// QUEUED and RUNNING jobs the one with the fewest RUNNING tasks. Nothing is written.
-JobChoice ChooseJob(JobStore& store, const JobFilter& filter);
+JobChoice ChooseJob(JobStore& store, const WantedJobs& wanted);
 
 }  // namespace kxjob::command
