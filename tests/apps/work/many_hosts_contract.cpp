@@ -31,7 +31,7 @@ protected:
     /// How many items the job has; more where somebody asks for it.
     static int Items() {
         const char* asked = std::getenv("KXJOB_WORK_ITEMS");
-        return asked == nullptr ? 2000 : std::atoi(asked);
+        return asked == nullptr ? 1000 : std::atoi(asked);
     }
     void Start(int hosts, const std::string& lease) {
         for (int i = 0; i < hosts; ++i) {
@@ -73,6 +73,12 @@ private:
                     "CREATE TRIGGER item_ends AFTER UPDATE ON kx_JobItem FOR EACH ROW WHEN (" + ends +
                         ") EXECUTE FUNCTION note_end()"};
         }
+        if (GetParam().name == "MariaDb") {
+            return {
+                "CREATE TRIGGER item_ends AFTER UPDATE ON kx_JobItem FOR EACH ROW INSERT INTO ended (item)"
+                " SELECT NEW.jobitemguid FROM DUAL WHERE " +
+                ends};
+        }
         return {"CREATE TRIGGER item_ends AFTER UPDATE ON kx_JobItem FOR EACH ROW WHEN " + ends + " BEGIN " +
                 insert + " END"};
     }
@@ -107,8 +113,8 @@ TEST_P(ManyHostsContract, EndEachItemOnceWhenSomeAreKilled) {
         << "no host was killed with a task";
 }
 
-INSTANTIATE_TEST_SUITE_P(Engines, ManyHostsContract, testing::Values(SqliteFile(), PostgreSqlServer()),
-                         EngineName);
+INSTANTIATE_TEST_SUITE_P(Engines, ManyHostsContract,
+                         testing::Values(SqliteFile(), PostgreSqlServer(), MariaDbServer()), EngineName);
 
 /// Hosts whose server dies in the middle of their work.
 class HostsAndCrashContract : public ManyHostsContract {
@@ -137,7 +143,8 @@ TEST_P(HostsAndCrashContract, EndEachItemOnce) {
     hosts_.clear();
 }
 
-INSTANTIATE_TEST_SUITE_P(Engines, HostsAndCrashContract, testing::Values(PostgreSqlServer()), EngineName);
+INSTANTIATE_TEST_SUITE_P(Engines, HostsAndCrashContract, testing::Values(PostgreSqlServer(), MariaDbServer()),
+                         EngineName);
 
 }  // namespace
 }  // namespace kxjob::testing_support
