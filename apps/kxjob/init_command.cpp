@@ -18,9 +18,17 @@ constexpr std::array kTables{"job",        "JobItem",      "jobtask",          "
 struct InitOptions {
     StoreOptions store;
     bool json = false;
+    bool printScript = false;
 };
 
+void PrintScript(const StoreOptions& options) {
+    const StoreConnection connection = options.ResolveForScript();
+    std::cout
+        << Store(connection.connectionString, connection.provider, connection.nameQualifier).CreationScript();
+}
+
 void Init(const InitOptions& options) {
+    if (options.printScript) return PrintScript(options.store);
     const StoreConnection connection = options.store.Resolve();
     Store store(connection.connectionString, connection.provider, connection.nameQualifier);
     store.CreateDatabase();
@@ -43,7 +51,11 @@ void AddInitCommand(CLI::App& app) {
     command->group(kSettingUp);
     const auto options = std::make_shared<InitOptions>();
     options->store.AddTo(*command);
-    command->add_flag("--json", options->json, "Print one JSON object");
+    auto* const json = command->add_flag("--json", options->json, "Print one JSON object");
+    command
+        ->add_flag("--print-script", options->printScript,
+                   "Print the statements and run none; --provider is enough for it")
+        ->excludes(json);
     command->callback([options] { Init(*options); });
 }
 

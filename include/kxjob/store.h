@@ -22,6 +22,9 @@ public:
     /// states, subsystems), in an existing database and schema. Safe to run twice, and at once from several
     /// processes.
     void CreateTables();
+    /// What CreateTables runs, without running it: statements that end in ";" and a line break. Connects to
+    /// nothing. Raises 0x80040000 + 705 for a provider that has no script.
+    std::string CreationScript();
     /// Runs one statement that changes data. Raises 0x80040000 + 703 when it fails.
     void Execute(const std::string& sql);
     /// Runs one SELECT; Empty when there is no row.
@@ -41,6 +44,8 @@ public:
     std::string Table(const std::string& baseName) const { return nameQualifier_ + baseName; }
 
 private:
+    std::string JobTablesScript();
+    std::string StandInTablesScript();
     void RunScript(const std::string& script);
 
     std::string connectionString_;

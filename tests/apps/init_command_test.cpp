@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 
 #include <filesystem>
 #include <fstream>
@@ -22,6 +23,16 @@ protected:
     Finished Init(std::vector<std::string> options) {
         options.insert(options.begin(), "init");
         return RunCommand(folder_, options, {{"KXJOB_CONFIG", configuration_}});
+    }
+    /// What SQLite says against a script that it runs in the store's file; empty when it runs.
+    std::string ScriptError(const std::string& script) const {
+        sqlite3* database = nullptr;
+        sqlite3_open(folder_.File("new.db").c_str(), &database);
+        sqlite3_exec(database, script.c_str(), nullptr, nullptr, nullptr);
+        const bool failed = sqlite3_errcode(database) != SQLITE_OK;
+        const std::string message = failed ? sqlite3_errmsg(database) : "";
+        sqlite3_close(database);
+        return message;
     }
     void Configure(const std::string& text) {
         configuration_ = folder_.File("kxjob.conf");
@@ -88,7 +99,44 @@ TEST_F(InitCommand, SaysWhatIsWrongWithAStoreItCannotMake) {
     EXPECT_EQ(Init({"--connection", connection_, "--qualifier", "a; DROP"}).exitStatus, 1);
 }
 
+TEST_F(InitCommand, PrintsTheStatementsThatMakeTheTablesAndRunsNone) {
+    Configure("");
+
+    const Finished finished = Init({"--connection", connection_, "--qualifier", "kx_", "--print-script"});
+
+    EXPECT_EQ(finished.exitStatus, 0) << finished.err;
+    EXPECT_FALSE(std::filesystem::exists(folder_.File("new.db")));
+    Store store(connection_, dspSqlite, "kx_");
+    store.CreateDatabase();
+    EXPECT_EQ(ScriptError(finished.out), "");
+    EXPECT_EQ(store.Query("SELECT COUNT(*) FROM sqlite_schema WHERE type = 'table'").Rows().Cell(0, 0),
+              Value(8));
+    EXPECT_EQ(store.Query("SELECT COUNT(*) FROM kx_subsystem").Rows().Cell(0, 0), Value(0));
+}
+
+TEST_F(InitCommand, PrintsTheStatementsOfAProviderWithoutAStore) {
+    Configure("# nothing\n");
+
+    const Finished finished = Init({"--provider", "2", "--qualifier", "dbo.kx_", "--print-script"});
+
+    EXPECT_EQ(finished.exitStatus, 0) << finished.err;
+    for (const char* table : {"job", "JobItem", "jobtask", "JobType", "systemflag", "adminhistory",
+                              "applicationstate", "subsystem"}) {
+        EXPECT_THAT(finished.out, HasSubstr("CREATE TABLE dbo.kx_" + std::string(table) + " ("));
+    }
+}
+
+TEST_F(InitCommand, PrintsNoStatementsOfAProviderWithoutAny) {
+    Configure("");
+
+    const Finished finished = Init({"--provider", "1", "--print-script"});
+
+    EXPECT_EQ(finished.exitStatus, 1);
+    EXPECT_EQ(finished.out, "");
+}
+
 TEST_F(InitCommand, RefusesWrongUsage) {
+    EXPECT_EQ(Init({"--connection", connection_, "--print-script", "--json"}).exitStatus, 2);
     EXPECT_EQ(Init({"--provider", "five"}).exitStatus, 2);
     EXPECT_EQ(Init({"--nonsense"}).exitStatus, 2);
 }

@@ -31,4 +31,9 @@ StoreConnection StoreOptions::ResolveForJobs() const {
     return store;
 }
 
+StoreConnection StoreOptions::ResolveForScript() const {
+    if (!provider_) return Resolve();
+    return {connection_.value_or(""), *provider_, qualifier_.value_or("")};
+}
+
 }  // namespace kxjob::command

@@ -19,6 +19,8 @@ public:
     /// The same for the methods on jobs, to which an empty qualifier means the store of the configuration.
     /// Raises UsageError where that would be another store than the options name.
     StoreConnection ResolveForJobs() const;
+    /// For what asks no store: a given provider is enough, and the configuration is left alone then.
+    StoreConnection ResolveForScript() const;
 
 private:
     std::optional<std::string> connection_;

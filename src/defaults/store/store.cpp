@@ -37,9 +37,14 @@ void Store::CreateDatabase() {
 
 void Store::CreateTables() {
     ThisThread().Guard().CheckParameter(nameQualifier_, "NameQualifier");
-    Collection options;
-    RunScript(JobHelper().JobTableCreationScript(options, provider_, nameQualifier_));
-    RunScript(ThisThread().Scripts().GetScript(options, provider_, nameQualifier_, "StandInTablesDDL", true));
+    RunScript(JobTablesScript());
+    RunScript(StandInTablesScript());
+}
+
+std::string Store::CreationScript() {
+    ThisThread().Guard().CheckParameter(nameQualifier_, "NameQualifier");
+    std::string script = JobTablesScript();
+    return script.append(StandInTablesScript());
 }
 
 void Store::Execute(const std::string& sql) {
@@ -64,6 +69,16 @@ std::string Store::EngineVersion() {
 
 std::string Store::NowISODateTime() {
     return Information()->NowISODateTime(connectionString_);
+}
+
+std::string Store::JobTablesScript() {
+    Collection options;
+    return JobHelper().JobTableCreationScript(options, provider_, nameQualifier_);
+}
+
+std::string Store::StandInTablesScript() {
+    Collection options;
+    return ThisThread().Scripts().GetScript(options, provider_, nameQualifier_, "StandInTablesDDL", true);
 }
 
 /// Some engines need to have the whole of it before another process creates the same tables.

@@ -111,6 +111,16 @@ TEST_F(StoreOnMocks, CreatesTheTablesOfEachScriptInOneBatch) {
     store_.CreateTables();
 }
 
+TEST_F(StoreOnMocks, GivesBothScriptsAndRunsNeither) {
+    EXPECT_CALL(*guard_, CheckParameter("kx_", "NameQualifier")).Times(2);
+    EXPECT_CALL(*scripts_, GetScript(_, 5, "kx_", "JobTablesDDL", true))
+        .WillOnce(Return("CREATE TABLE a (b);\n"));
+    EXPECT_CALL(*scripts_, GetScript(_, 5, "kx_", "StandInTablesDDL", true))
+        .WillOnce(Return("CREATE TABLE d (e);\n"));
+
+    EXPECT_EQ(store_.CreationScript(), "CREATE TABLE a (b);\nCREATE TABLE d (e);\n");
+}
+
 TEST_F(StoreOnMocks, CreatesNothingUnderARefusedQualifier) {
     const AutomationError refusal(static_cast<std::int32_t>(0x80040000U + 701), "kxJob.InputGuard", "no");
     EXPECT_CALL(*guard_, CheckParameter("kx_", "NameQualifier")).WillOnce(testing::Throw(refusal));
