@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "apps/command_store.h"
+#include "contract/native/file_engines.h"
 #include "kxjob/array.h"
 
 namespace kxjob {

@@ -5,6 +5,7 @@
 #include <set>
 
 #include "apps/command_store.h"
+#include "contract/native/file_engines.h"
 #include "kxjob/array.h"
 #include "kxjob/automation_error.h"
 
