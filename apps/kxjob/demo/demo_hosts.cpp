@@ -45,6 +45,7 @@ void DemoHosts::Start(const StoreConnection& store, const std::string& jobType, 
                                    "--qualifier",
                                    store.nameQualifier};
     std::vector<char*> pointers;
+    pointers.reserve(words.size() + 1);
     for (std::string& word : words) pointers.push_back(word.data());
     pointers.push_back(nullptr);
 

@@ -12,8 +12,6 @@ namespace kxjob::command {
 
 /// A task of this process that a worker is busy with.
 struct ActiveTask {
-    explicit ActiveTask(TaskName taskName) : name(std::move(taskName)) {}
-
     TaskName name;
     ResultBuffer results;
     std::atomic<bool> isLost = false;        // no longer RUNNING in the store: nothing that it does counts

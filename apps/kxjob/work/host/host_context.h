@@ -13,19 +13,16 @@ namespace kxjob::command {
 
 /// What the threads of one host share.
 struct HostContext {
-    HostContext(WorkOptions given, WorkReport& out)
-        : options(std::move(given)), report(out), watch(state, out) {}
-
     WorkOptions options;
     WorkReport& report;
-    HostState state;
-    StoreWatch watch;
-    ActiveTasks tasks;
-    JobBoard jobs;
+    HostState state = {};
+    StoreWatch watch{state, report};
+    ActiveTasks tasks = {};
+    JobBoard jobs = {};
     /// One worker chooses a job and makes its first claim at a time: the next one sees what is left.
-    std::mutex choosing;
+    std::mutex choosing = {};
     /// One thread claims or writes results at a time: more would only wait for each other in the store.
-    std::mutex turn;
+    std::mutex turn = {};
 };
 
 }  // namespace kxjob::command

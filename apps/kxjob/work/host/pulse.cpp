@@ -60,6 +60,7 @@ void Pulse::Beat() {
 void Pulse::Renew() {
     const std::vector<std::shared_ptr<ActiveTask>> tasks = host_.tasks.All();
     std::vector<std::string> guids;
+    guids.reserve(tasks.size());
     for (const auto& task : tasks) guids.push_back(task->name.task);
     RenewClaims(store_, guids, host_.options.leaseSeconds);
     const std::vector<TaskStanding> standings = StandingsOf(store_, guids);

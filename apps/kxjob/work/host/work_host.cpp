@@ -79,7 +79,7 @@ private:
 
 void RunHost(const WorkOptions& options, WorkReport& report) {
     RequireTables(options.store);
-    HostContext host(options, report);
+    HostContext host{options, report};
     StopSignals signals;
     report.Begin(options.threads);
     {

@@ -58,7 +58,8 @@ void Worker::Work(const WorkableJob& job, Choosing& choosing) {
     const double lease = host_.options.leaseSeconds;
     const std::string task =
         host_.watch.Through([&] { return RegisterTask(store_, job.guid, description_, lease); });
-    task_ = std::make_shared<ActiveTask>(TaskName{job.guid, task});
+    task_ = std::make_shared<ActiveTask>();
+    task_->name = {job.guid, task};
     host_.tasks.Add(task_);
     const ComponentRef component = CreateComponentOf(job);
     if (component == nullptr) {

@@ -65,6 +65,7 @@ std::vector<ItemLots::Waiting> ItemLots::WaitingFrom(std::int64_t first, std::si
         " ORDER BY sequence, jobitemguid",
         store_.Table("JobItem"), store_.Literal(name_.job), first, first + window_ - 1, kWaiting));
     std::vector<Waiting> waiting;
+    waiting.reserve(static_cast<std::size_t>(RowCount(rows)));
     for (std::int32_t row = 0; row < RowCount(rows); ++row) {
         waiting.push_back({rows.Rows().Cell(0, row).ToText(), WholeNumber(rows.Rows().Cell(1, row))});
     }
@@ -87,6 +88,7 @@ void ItemLots::Take(const std::vector<Waiting>& waiting, std::size_t most) {
     std::string chosen;
     if (lastIsShared) {  // the range of numbers alone would take more than the lot
         std::vector<std::string> guids;
+        guids.reserve(count);
         for (std::size_t i = 0; i < count; ++i) guids.push_back(waiting[i].guid);
         chosen = fmt::format(" AND jobitemguid IN ({})", store_.Literals(guids));
     }
@@ -114,6 +116,7 @@ std::vector<ClaimedItem> ItemLots::HeldWithin(const std::string& range) {
                     " AND jobtaskguid = {} AND jobitemstateid = 'RUNNING' ORDER BY sequence, jobitemguid",
                     store_.Table("JobItem"), store_.Literal(name_.job), range, store_.Literal(name_.task)));
     std::vector<ClaimedItem> items;
+    items.reserve(static_cast<std::size_t>(RowCount(rows)));
     for (std::int32_t row = 0; row < RowCount(rows); ++row) {
         const RowArray& cells = rows.Rows();
         items.push_back({cells.Cell(0, row).ToText(), WholeNumber(cells.Cell(1, row)),

@@ -48,6 +48,7 @@ public:
             "lastcompletiondt = {}, sumoftimeincsq = COALESCE(sumoftimeincsq, 0) + {} WHERE jobguid = {}",
             store_.Literal(results.back().end), DoubleText(sumOfSquaredIncrements), job_);
         std::vector<std::string> all;
+        all.reserve(results.size());
         for (const ItemResult& result : results) all.push_back(result.item);
         return sql +
                fmt::format(" AND EXISTS (SELECT 1 FROM {} WHERE {})", store_.Table("JobItem"), Held(all));

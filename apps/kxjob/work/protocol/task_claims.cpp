@@ -87,6 +87,7 @@ void RenewClaims(JobStore& store, const std::vector<std::string>& tasks, double 
 std::vector<TaskStanding> StandingsOf(JobStore& store, const std::vector<std::string>& tasks) {
     std::vector<TaskStanding> standings;
     if (tasks.empty()) return standings;
+    standings.reserve(tasks.size());
     for (const std::string& task : tasks) standings.push_back({task, false, ""});
     const Value rows = store.Query(
         fmt::format("SELECT jobtaskguid, jobtaskstateid, command FROM {} WHERE jobtaskguid IN ({})",
@@ -118,6 +119,7 @@ std::vector<ExpiredTask> ExpiredTasks(JobStore& store) {
                                 " AND enddt IS NOT NULL AND enddt < {}",
                                 store.Table("jobtask"), store.Literal(store.Now())));
     std::vector<ExpiredTask> expired;
+    expired.reserve(static_cast<std::size_t>(RowCount(rows)));
     for (std::int32_t row = 0; row < RowCount(rows); ++row) {
         expired.push_back({{rows.Rows().Cell(0, row).ToJoinedText(), rows.Rows().Cell(1, row).ToText()},
                            rows.Rows().Cell(2, row).ToText()});
