@@ -18,7 +18,8 @@ struct GivenOptions {
 
 void Work(GivenOptions& given) {
     given.work.store = given.store.Resolve();
-    WorkReport report(std::cout, std::cerr, {given.work.json, isatty(STDOUT_FILENO) != 0});
+    WorkReport report(std::cout, std::cerr,
+                      {given.work.json, !given.work.json && isatty(STDOUT_FILENO) != 0});
     RunHost(given.work, report);
 }
 

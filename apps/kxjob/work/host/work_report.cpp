@@ -69,7 +69,7 @@ void WorkReport::ShowProgress() {
     const bool isNews = succeeded_ + failed_ != lastDone_;
     if (!form_.isTerminal && !isNews) return;  // a log wants no line for every idle moment
     const std::string status = StatusLine(now);
-    if (form_.isTerminal && !form_.json) {
+    if (form_.isTerminal) {
         const std::lock_guard lock(mutex_);
         out_ << "\r\033[K" << status << std::flush;
         statusIsShown_ = true;
