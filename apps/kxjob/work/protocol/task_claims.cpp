@@ -70,7 +70,7 @@ std::string RegisterTask(JobStore& store, const std::string& job, const std::str
                     " AND enddt IS NULL",
                     store.Table("jobtask"), store.Literal(job), store.Literal(machine), process, thread));
     const StoreConnection& connection = store.Connection();
-    const std::string task =
+    std::string task =
         store.Jobs().RegisterJobTask(connection.connectionString, connection.nameQualifier, description, job,
                                      UserName(), machine, process, thread);
     RenewClaims(store, {task}, leaseSeconds);
