@@ -29,7 +29,7 @@ std::string ApplicationStates::NameOf(const std::string& guid) const {
 }
 
 std::string ApplicationStates::Meant(const std::string& typed) const {
-    const std::string guid = GuidText(typed);
+    std::string guid = GuidText(typed);
     if (IsGuid(guid)) return guid;
     const auto found = std::ranges::find(states_, typed, &State::name);
     if (found == states_.end()) {

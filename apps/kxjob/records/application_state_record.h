@@ -14,7 +14,7 @@ inline constexpr const char* kNullGuid = "{00000000-0000-0000-0000-000000000000}
 class ApplicationStates {
 public:
     /// None when the store has no table of them.
-    explicit ApplicationStates(const StoreConnection& store);
+    explicit ApplicationStates(const StoreConnection& connection);
 
     /// The GUID of the state with this name; the null GUID when the container has none.
     std::string GuidOf(const std::string& name) const;

@@ -21,8 +21,8 @@ struct HistoryRecord {
 
 /// The newest `limit` records, the newest first; of one job only when `job` is not empty. Nothing for a store
 /// without a history.
-std::optional<std::vector<HistoryRecord>> ReadHistory(const StoreConnection& store, const std::string& job,
-                                                      std::int32_t limit);
+std::optional<std::vector<HistoryRecord>> ReadHistory(const StoreConnection& connection,
+                                                      const std::string& job, std::int32_t limit);
 
 Json ToJson(const HistoryRecord& record);
 
