@@ -26,8 +26,6 @@ namespace {
 
 /// From how many items on a person wants to see that something happens.
 constexpr std::size_t kLongInput = 1000;
-/// How many times ITEM may stand, as its help shows it.
-constexpr int kMany = 1000;
 
 struct CreateOptions {
     StoreOptions store;
@@ -135,7 +133,8 @@ void AddItemOptions(CLI::App& command, CreateOptions& options) {
     // anything, and the identifiers are what remains.
     static std::vector<std::string> nothing;
     command.add_option("ITEM", nothing, "The identifiers of the items, in their order")
-        ->expected(0, kMany)
+        ->type_name("")
+        ->expected(0, -1)
         ->allow_extra_args(false);
     command.allow_extras();
     command
@@ -151,7 +150,7 @@ void AddItemOptions(CLI::App& command, CreateOptions& options) {
             "--format", [&options](const std::string& name) { options.format = kFormats.at(name); },
             "How the file is written; else its first character says it: {")
         ->check(CLI::IsMember({"lines", "jsonl"}))
-        ->type_name("lines|jsonl");
+        ->type_name("FORMAT");
 }
 
 }  // namespace
@@ -171,9 +170,10 @@ void AddCreateCommand(CLI::App& app) {
         ->type_name("FILE")
         ->excludes(parameters);
     command
-        ->add_option("--state", options->applicationState,
-                     "The application state that the job belongs to: its GUID, PRODUCTION or DEVELOPMENT; "
-                     "PRODUCTION when left out. An earlier job of the same type and state is replaced")
+        ->add_option(
+            "--state", options->applicationState,
+            "The application state of the job, by GUID or name; PRODUCTION when left out. Earlier jobs of "
+            "the same type and state are removed")
         ->type_name("STATE");
     command->add_option("--guid", options->job.guid, "The job's key; a new one when left out")
         ->type_name("GUID");

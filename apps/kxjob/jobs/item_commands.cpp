@@ -88,7 +88,7 @@ void AddItemsCommand(CLI::App& app) {
     CLI::App* const command = app.add_subcommand("items", "List the items of a job in their order");
     command->group(kJobs);
     const auto options = std::make_shared<ItemsOptions>();
-    command->add_option("JOB", options->job, "The GUID of the job")->required();
+    command->add_option("JOB", options->job, "The GUID of the job")->type_name("")->required();
     command
         ->add_option("--state", options->state,
                      "Only items in this state, e.g. FAILED; waiting for those that have none yet")
@@ -109,7 +109,7 @@ void AddItemCommand(CLI::App& app) {
     CLI::App* const command = app.add_subcommand("item", "Show an item with its data and its note");
     command->group(kJobs);
     const auto options = std::make_shared<ItemOptions>();
-    command->add_option("ITEM", options->item, "The GUID of the item")->required();
+    command->add_option("ITEM", options->item, "The GUID of the item")->type_name("")->required();
     command->add_flag("--json", options->json, "Print one JSON object");
     options->store.AddTo(*command);
     command->footer("Example:\n  kxjob item 0F8FAD5B-D9CB-469F-A165-70867728950E\n");

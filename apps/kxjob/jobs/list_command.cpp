@@ -107,9 +107,7 @@ void AddListCommand(CLI::App& app) {
         ->add_option("--application-state", options->filter.applicationState,
                      "Only jobs of this application state: its GUID or its name, e.g. PRODUCTION")
         ->type_name("STATE");
-    command
-        ->add_option("--sort", options->sort,
-                     "By what: guid, type, state; or the greatest first: started, progress, failed, total")
+    command->add_option("--sort", options->sort, "By which column; times and numbers the greatest first")
         ->check(CLI::IsMember({"guid", "type", "state", "started", "progress", "failed", "total"}))
         ->type_name("COLUMN")
         ->capture_default_str();

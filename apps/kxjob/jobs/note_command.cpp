@@ -58,8 +58,12 @@ void AddNoteCommand(CLI::App& app) {
     CLI::App* const command = app.add_subcommand("note", "Add a note to a job or to an item");
     command->group(kJobs);
     const auto options = std::make_shared<NoteOptions>();
-    command->add_option("JOB", options->subject, "The GUID of the job; with --item, of an item")->required();
-    command->add_option("TEXT", options->text, "The note; - reads it from standard input")->required();
+    command->add_option("JOB", options->subject, "The GUID of the job; with --item, of an item")
+        ->type_name("")
+        ->required();
+    command->add_option("TEXT", options->text, "The note; - reads it from standard input")
+        ->type_name("")
+        ->required();
     command->add_flag("--item", options->isOnItem, "The note is on an item");
     command->add_flag("--json", options->json, "Print one JSON object");
     options->store.AddTo(*command);

@@ -83,7 +83,7 @@ void AddRemoveCommand(CLI::App& app, int& exitStatus) {
     CLI::App* const command = app.add_subcommand("remove", "Remove jobs with their items and tasks");
     command->group(kJobs);
     const auto options = std::make_shared<RemoveOptions>();
-    command->add_option("JOB", options->jobs, "The GUIDs of the jobs")->required();
+    command->add_option("JOB", options->jobs, "The GUIDs of the jobs")->type_name("")->required();
     options->confirmation.AddTo(*command);
     command->add_flag("--json", options->json, "Print one JSON object");
     options->store.AddTo(*command);

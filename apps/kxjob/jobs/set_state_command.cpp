@@ -68,7 +68,7 @@ void AddSetStateCommand(CLI::App& app, int& exitStatus) {
     CLI::App* const command = app.add_subcommand("set-state", "Set the state of a job");
     command->group(kJobs);
     const auto options = std::make_shared<SetStateOptions>();
-    command->add_option("JOB", options->job, "The GUID of the job")->required();
+    command->add_option("JOB", options->job, "The GUID of the job")->type_name("")->required();
     command->add_option("STATE", options->state, "CREATING, READY, QUEUED, RUNNING, COMPLETE or CANCELLED")
         ->required();
     command->add_flag("--force", options->force, "Set any other state too");

@@ -174,7 +174,7 @@ void AddShowCommand(CLI::App& app) {
     CLI::App* const command = app.add_subcommand("show", "Show a job: counters, pace, items, tasks, notes");
     command->group(kJobs);
     const auto options = std::make_shared<ShowOptions>();
-    command->add_option("JOB", options->job, "The GUID of the job")->required();
+    command->add_option("JOB", options->job, "The GUID of the job")->type_name("")->required();
     command->add_flag("--json", options->json, "Print one JSON object");
     options->store.AddTo(*command);
     command->footer("Example:\n  kxjob show 6F9619FF-8B86-4D01-B42D-00CF4FC964FF\n");

@@ -90,7 +90,8 @@ void AddTasksCommand(CLI::App& app) {
         app.add_subcommand("tasks", "List the tasks that work or have worked on jobs; tell one to stop");
     command->group(kExecution);
     const auto options = std::make_shared<TasksOptions>();
-    CLI::Option* const job = command->add_option("JOB", options->job, "Only those on this job");
+    CLI::Option* const job =
+        command->add_option("JOB", options->job, "Only those on this job")->type_name("");
     CLI::Option* const state =
         command->add_option("--state", options->state, "Only those in this state, e.g. RUNNING")
             ->type_name("STATE");

@@ -125,7 +125,7 @@ void RemoveType(const RemoveOptions& options, int& exitStatus) {
 void AddAddCommand(CLI::App& types) {
     CLI::App* const command = types.add_subcommand("add", "Add a job type, or change one");
     const auto options = std::make_shared<AddOptions>();
-    command->add_option("TYPE", options->type.type, "The name of the type")->required();
+    command->add_option("TYPE", options->type.type, "The name of the type")->type_name("")->required();
     command
         ->add_option("--component", options->type.component,
                      "What executes an item: a ProgID that the machines of the workers know")
@@ -155,7 +155,7 @@ void AddListCommand(CLI::App& types) {
 void AddRemoveCommand(CLI::App& types, int& exitStatus) {
     CLI::App* const command = types.add_subcommand("remove", "Remove a job type that no job has");
     const auto options = std::make_shared<RemoveOptions>();
-    command->add_option("TYPE", options->type, "The name of the type")->required();
+    command->add_option("TYPE", options->type, "The name of the type")->type_name("")->required();
     command->add_flag("--force", options->force,
                       "Remove it while jobs have it; no worker finds a next job until they are gone");
     options->confirmation.AddTo(*command);
