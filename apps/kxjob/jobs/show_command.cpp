@@ -42,7 +42,7 @@ struct JobView {
 Moment Now(const StoreConnection& connection) {
     Store store(connection.connectionString, connection.provider, connection.nameQualifier);
     const std::optional<Moment> ofStore = ParseIsoTime(store.NowISODateTime());
-    return ofStore ? *ofStore : ParseIsoTime(NowISODateTime()).value();
+    return ofStore.value_or(ParseIsoTime(NowISODateTime()).value_or(Moment()));
 }
 
 JobView Read(const StoreConnection& connection, const std::string& typed) {
