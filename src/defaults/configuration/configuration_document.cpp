@@ -48,4 +48,11 @@ std::optional<std::string> ConfigurationDocument::Find(std::string_view key) con
     return found->second;
 }
 
+std::vector<std::string> ConfigurationDocument::Keys() const {
+    std::vector<std::string> keys;
+    for (const auto& [key, value] : values_) keys.push_back(key);
+    std::ranges::sort(keys);
+    return keys;
+}
+
 }  // namespace kxjob

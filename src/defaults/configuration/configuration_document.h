@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <vector>
 
 namespace kxjob {
 
@@ -18,6 +19,8 @@ public:
 
     /// What the document says under `key`; nothing for a key without a value.
     std::optional<std::string> Find(std::string_view key) const;
+    /// All of them, in lower case and in alphabetical order.
+    std::vector<std::string> Keys() const;
 
 private:
     void TakeLine(std::string_view line, std::size_t number);

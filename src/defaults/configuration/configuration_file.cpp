@@ -1,5 +1,6 @@
 #include "defaults/configuration/configuration_file.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <filesystem>
@@ -43,11 +44,14 @@ std::vector<std::string> ConfigurationPlaces() {
     return UsualPlaces();
 }
 
+std::optional<std::string> FirstFileAmong(const std::vector<std::string>& places) {
+    const auto first = std::ranges::find_if(places, IsThere);
+    return first == places.end() ? std::nullopt : std::optional(*first);
+}
+
 std::optional<std::string> FirstTextAmong(const std::vector<std::string>& places) {
-    for (const std::string& place : places) {
-        if (IsThere(place)) return ReadWhole(place);
-    }
-    return std::nullopt;
+    const std::optional<std::string> file = FirstFileAmong(places);
+    return file ? std::optional(ReadWhole(*file)) : std::nullopt;
 }
 
 std::optional<std::string> ConfigurationText() {

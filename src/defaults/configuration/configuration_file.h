@@ -10,6 +10,9 @@ namespace kxjob {
 /// the only place.
 std::vector<std::string> ConfigurationPlaces();
 
+/// The first of these files that is there.
+std::optional<std::string> FirstFileAmong(const std::vector<std::string>& places);
+
 /// The text of the first file among `places`; nothing when there is none. A file that is there but cannot be
 /// read is not passed over: raises 0x80040000 + 704.
 std::optional<std::string> FirstTextAmong(const std::vector<std::string>& places);
