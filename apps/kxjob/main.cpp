@@ -11,6 +11,7 @@
 #include "demo/file_digest.h"
 #include "exit_status.h"
 #include "init_command.h"
+#include "insight/why/why_command.h"
 #include "jobs/job_commands.h"
 #include "kxjob/component_registry.h"
 #include "kxjob/job_helper.h"
@@ -41,6 +42,7 @@ int Run(std::vector<std::string> arguments) {
     AddSweepCommand(app, exitStatus);
     AddHistoryCommand(app);
     AddWorkCommand(app);
+    AddWhyCommand(app);
     AddDemoCommand(app, exitStatus);
     AddCallCommand(app, TakeMethodArguments(arguments), exitStatus);
     try {
