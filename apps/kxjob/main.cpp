@@ -11,6 +11,7 @@
 #include "demo/file_digest.h"
 #include "exit_status.h"
 #include "init_command.h"
+#include "insight/doctor/doctor_command.h"
 #include "insight/why/why_command.h"
 #include "jobs/job_commands.h"
 #include "kxjob/component_registry.h"
@@ -43,6 +44,7 @@ int Run(std::vector<std::string> arguments) {
     AddHistoryCommand(app);
     AddWorkCommand(app);
     AddWhyCommand(app);
+    AddDoctorCommand(app, exitStatus);
     AddDemoCommand(app, exitStatus);
     AddCallCommand(app, TakeMethodArguments(arguments), exitStatus);
     try {
