@@ -12,6 +12,7 @@
 #include "exit_status.h"
 #include "init_command.h"
 #include "insight/doctor/doctor_command.h"
+#include "insight/watch/watch_command.h"
 #include "insight/why/why_command.h"
 #include "jobs/job_commands.h"
 #include "kxjob/component_registry.h"
@@ -44,6 +45,7 @@ int Run(std::vector<std::string> arguments) {
     AddHistoryCommand(app);
     AddWorkCommand(app);
     AddWhyCommand(app);
+    AddWatchCommand(app, exitStatus);
     AddDoctorCommand(app, exitStatus);
     AddDemoCommand(app, exitStatus);
     AddCallCommand(app, TakeMethodArguments(arguments), exitStatus);
