@@ -12,6 +12,7 @@
 #include "exit_status.h"
 #include "init_command.h"
 #include "insight/doctor/doctor_command.h"
+#include "insight/stats/stats_command.h"
 #include "insight/watch/watch_command.h"
 #include "insight/why/why_command.h"
 #include "jobs/job_commands.h"
@@ -46,6 +47,7 @@ int Run(std::vector<std::string> arguments) {
     AddWorkCommand(app);
     AddWhyCommand(app);
     AddWatchCommand(app, exitStatus);
+    AddStatsCommand(app);
     AddDoctorCommand(app, exitStatus);
     AddDemoCommand(app, exitStatus);
     AddCallCommand(app, TakeMethodArguments(arguments), exitStatus);
