@@ -18,6 +18,7 @@
 #include "jobs/job_commands.h"
 #include "kxjob/component_registry.h"
 #include "kxjob/job_helper.h"
+#include "manual/manual_commands.h"
 #include "types/type_command.h"
 #include "usage_error.h"
 #include "work/work_command.h"
@@ -49,6 +50,8 @@ int Run(std::vector<std::string> arguments) {
     AddWatchCommand(app, exitStatus);
     AddStatsCommand(app);
     AddDoctorCommand(app, exitStatus);
+    AddCompletionCommand(app);
+    AddManualFlag(app);
     AddDemoCommand(app, exitStatus);
     AddCallCommand(app, TakeMethodArguments(arguments), exitStatus);
     try {
