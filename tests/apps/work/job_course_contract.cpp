@@ -2,6 +2,7 @@
 
 #include "apps/work/work_contract.h"
 #include "contract/native/file_engines.h"
+#include "kxjob/automation_error.h"
 #include "kxjob/caller_texts.h"
 #include "work/protocol/item_lots.h"
 #include "work/protocol/item_results.h"
@@ -85,6 +86,21 @@ TEST_P(JobCourseContract, EndsAJobOnceWhenNothingIsLeft) {
 
     EXPECT_EQ(JobCell(job, "jobstateid"), Value("COMPLETE"));
     EXPECT_EQ(HistoryEntries(job, "COMPLETE"), Value(1));
+}
+
+TEST_P(JobCourseContract, LeavesNoLockThatATaskCouldExchangeAfterTheEnd) {
+    const std::string job = MakeJob("TYPE", "QUEUED", 1);
+    StartJob(*store_, job, NewGuid());
+    const TaskName name = NewTask(job);
+    const TaskName other = NewTask(job);
+    FinishAll(name);
+    ASSERT_EQ(EndJob(*store_, name, 60), JobEnd::ByThisCall);
+
+    const std::string seen =
+        Cell("SELECT lockguid FROM kx_jobtask WHERE jobtaskguid = '" + name.task + "'").ToText();
+    EXPECT_THROW(store_->Jobs().GetNewLockExcludingInterlopers(connection_.connectionString, "kx_", job,
+                                                               other.task, seen, 60),
+                 AutomationError);
 }
 
 TEST_P(JobCourseContract, EndsNoJobWhoseItemsAreInWork) {

@@ -94,15 +94,17 @@ JobEnd EndJob(JobStore& store, const TaskName& name, double lockSeconds) {
     if (IsHeldByOther(store, name, now.lock)) return JobEnd::ByOthers;
     const std::string lock = TakeLock(store, name, now.lock, lockSeconds);
     if (lock.empty()) return JobEnd::ByOthers;
+    const std::string lastLock = NewGuid();  // who has read the one before can exchange it no more
     store.Execute(
-        fmt::format("UPDATE {} SET jobstateid = 'COMPLETE' WHERE jobguid = {} AND jobstateid = 'RUNNING'"
+        fmt::format("UPDATE {} SET jobstateid = 'COMPLETE', jobeditorlockguid = {} WHERE jobguid = {} AND "
+                    "jobstateid = 'RUNNING'"
                     " AND jobeditorlockguid = {} AND NOT EXISTS (SELECT 1 FROM {} WHERE jobguid = {}"
                     " AND ({} OR jobitemstateid = 'RUNNING'))",
-                    store.Table("job"), store.Literal(name.job), store.Literal(lock), store.Table("JobItem"),
-                    store.Literal(name.job), kWaiting));
+                    store.Table("job"), store.Literal(lastLock), store.Literal(name.job), store.Literal(lock),
+                    store.Table("JobItem"), store.Literal(name.job), kWaiting));
     const StateAndLock then = Read(store, name.job);
     if (then.state != kComplete) return JobEnd::NotYet;
-    if (then.lock != lock) return JobEnd::ByOthers;
+    if (then.lock != lastLock) return JobEnd::ByOthers;
     WriteHistory(store, name.job, kComplete);
     return JobEnd::ByThisCall;
 }
