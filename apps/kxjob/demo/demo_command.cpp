@@ -42,9 +42,11 @@ struct DemoOptions {
 struct ItemCounts {
     std::size_t succeeded = 0;
     std::size_t failed = 0;
-
-    std::size_t Done() const { return succeeded + failed; }
 };
+
+std::size_t Done(const ItemCounts& counts) {
+    return counts.succeeded + counts.failed;
+}
 
 /// The demo's job, from its store to its end.
 class Demo {
@@ -162,10 +164,10 @@ void Demo::Work() {
     while (hosts.AreAtWork()) {
         std::this_thread::sleep_for(kLookAround);
         ReadCounts();
-        bar.Update(counts_.Done(), counts_.failed);
+        bar.Update(Done(counts_), counts_.failed);
     }
     ReadCounts();
-    bar.Finish(counts_.Done(), counts_.failed);
+    bar.Finish(Done(counts_), counts_.failed);
     std::cout << "The job is " << Statistic(sfJobState).ToJoinedText() << ".\n";
     std::cout << threads_ << " threads in worker hosts took " << DoubleText(timer.Duration()) << " s.\n\n";
 }

@@ -70,9 +70,8 @@ std::string RegisterTask(JobStore& store, const std::string& job, const std::str
                     " AND enddt IS NULL",
                     store.Table("jobtask"), store.Literal(job), store.Literal(machine), process, thread));
     const StoreConnection& connection = store.Connection();
-    std::string task =
-        store.Jobs().RegisterJobTask(connection.connectionString, connection.nameQualifier, description, job,
-                                     UserName(), machine, process, thread);
+    std::string task = store.Jobs().RegisterJobTask(connection.connectionString, connection.nameQualifier,
+                                                    description, job, UserName(), machine, process, thread);
     RenewClaims(store, {task}, leaseSeconds);
     return task;
 }
