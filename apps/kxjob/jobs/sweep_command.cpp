@@ -48,7 +48,7 @@ void PrintOrphans(const std::vector<Orphan>& orphans, const std::string& kind) {
 void Print(const SweepPlan& plan) {
     std::cout << "PRODUCTION is " << NamedState(plan.production) << ", DEVELOPMENT is "
               << NamedState(plan.development) << ".\n\n";
-    if (plan.IsEmpty()) {
+    if (IsEmpty(plan)) {
         std::cout << "There is nothing to remove.\n";
         return;
     }
@@ -71,7 +71,7 @@ void Sweep(const SweepOptions& options, int& exitStatus) {
     const StoreConnection connection = options.store.ResolveForJobs();
     const SweepPlan plan = PlanSweep(connection);
     if (!options.json) Print(plan);
-    if (!options.dryRun && !plan.IsEmpty()) {
+    if (!options.dryRun && !IsEmpty(plan)) {
         if (!options.confirmation.Given("Remove " + Summary(plan) + "?")) {
             exitStatus = kFailed;
             return;
@@ -82,7 +82,7 @@ void Sweep(const SweepOptions& options, int& exitStatus) {
     }
     if (options.json) {
         Json json = ToJson(plan);
-        json["removed"] = !options.dryRun && !plan.IsEmpty();
+        json["removed"] = !options.dryRun && !IsEmpty(plan);
         std::cout << OneLine(json) << '\n';
     }
 }

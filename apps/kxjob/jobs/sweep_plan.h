@@ -31,9 +31,12 @@ struct SweepPlan {
     std::vector<IrrelevantJob> jobs;
     std::vector<Orphan> items;
     std::vector<Orphan> tasks;
-
-    bool IsEmpty() const { return jobs.empty() && items.empty() && tasks.empty(); }
 };
+
+/// Whether there is nothing to remove.
+inline bool IsEmpty(const SweepPlan& plan) {
+    return plan.jobs.empty() && plan.items.empty() && plan.tasks.empty();
+}
 
 /// Looks with the conditions that RemoveIrrelevantJobsInAllContainers has in its statements.
 SweepPlan PlanSweep(const StoreConnection& connection);
