@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "apps/command_process.h"
-#include "contract/contract_engine.h"
+#include "contract/native/file_engines.h"
 #include "kxjob/store.h"
 
 namespace kxjob::testing_support {

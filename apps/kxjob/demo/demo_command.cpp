@@ -28,7 +28,7 @@ namespace kxjob::command {
 namespace {
 
 constexpr const char* kJobType = "DIGEST";
-constexpr std::chrono::milliseconds kLookAround{50};
+constexpr std::chrono::milliseconds kBetweenLooks{50};
 
 struct DemoOptions {
     std::string folder = "/usr/share/doc";
@@ -162,7 +162,7 @@ void Demo::Work() {
     ProgressBar bar(std::cout, isatty(STDOUT_FILENO) != 0, files_.size());
     DemoHosts hosts(store_, kJobType, threads_);
     while (hosts.AreAtWork()) {
-        std::this_thread::sleep_for(kLookAround);
+        std::this_thread::sleep_for(kBetweenLooks);
         ReadCounts();
         bar.Update(Done(counts_), counts_.failed);
     }

@@ -55,7 +55,7 @@ std::vector<std::string> RemainingIdentifiers(const CLI::App& command) {
     return identifiers;
 }
 
-std::vector<NewItem> ReadItems(const CreateOptions& options, Store& store) {
+std::vector<NewItem> ReadGivenItems(const CreateOptions& options, Store& store) {
     if (options.itemFile && !options.identifiers.empty()) {
         throw UsageError("Items are given either by name or with --items.");
     }
@@ -83,7 +83,7 @@ void RequireStorable(Store& store, const std::string& text, const char* what) {
 NewJob PlannedJob(const CreateOptions& options, const StoreConnection& connection) {
     Store store(connection.connectionString, connection.provider, connection.nameQualifier);
     NewJob job = options.job;
-    job.items = ReadItems(options, store);
+    job.items = ReadGivenItems(options, store);
     if (job.items.empty()) {
         throw UsageError("A job needs an item: name some, or a file of them with --items FILE.");
     }

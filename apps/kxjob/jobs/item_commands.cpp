@@ -18,7 +18,7 @@ namespace kxjob::command {
 namespace {
 
 /// What people call the state of an item that has none.
-constexpr const char* kWaiting = "waiting";
+constexpr const char* kWaitingWord = "waiting";
 
 struct ItemsOptions {
     StoreOptions store;
@@ -39,7 +39,7 @@ void ListItems(const ItemsOptions& options) {
     const StoreConnection connection = options.store.ResolveForJobs();
     std::vector<ItemRecord> items = ReadItems(connection, ReadJob(connection, options.job).guid);
     if (options.state) {
-        const std::string state = *options.state == kWaiting ? "" : *options.state;
+        const std::string state = *options.state == kWaitingWord ? "" : *options.state;
         std::erase_if(items, [&](const ItemRecord& item) { return item.state != state; });
     }
     const std::size_t found = items.size();
@@ -58,7 +58,7 @@ void ListItems(const ItemsOptions& options) {
     for (const ItemRecord& item : shown) {
         table.AddCells({{std::to_string(item.sequence)},
                         {item.guid},
-                        StateCell(item.state, kWaiting),
+                        StateCell(item.state, kWaitingWord),
                         {item.identifier}});
     }
     const std::string title =
@@ -72,7 +72,7 @@ void ShowItem(const ItemOptions& options) {
         std::cout << OneLine(ToJson(item)) << '\n';
         return;
     }
-    const TextTable::Cell state = StateCell(item.state, kWaiting);
+    const TextTable::Cell state = StateCell(item.state, kWaitingWord);
     std::cout << "Item " << OnOneLine(item.guid) << '\n'
               << "  identifier  " << OnOneLine(item.identifier) << '\n'
               << "  state       " << Palette::OfStandardOutput().Paint(OnOneLine(state.text), state.tone)

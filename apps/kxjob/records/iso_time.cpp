@@ -5,6 +5,8 @@
 #include <charconv>
 #include <cmath>
 
+#include "kxjob/automation_error.h"
+
 namespace kxjob::command {
 namespace {
 
@@ -59,6 +61,15 @@ std::string IsoTime(Moment moment) {
     return fmt::format("{:04}-{:02}-{:02}T{:02}:{:02}:{:02}.{:03}Z", int(date.year()), unsigned(date.month()),
                        unsigned(date.day()), time.hours().count(), time.minutes().count(),
                        time.seconds().count(), time.subseconds().count());
+}
+
+std::string LaterBy(std::string_view isoTime, double seconds) {
+    const std::optional<Moment> moment = ParseIsoTime(isoTime);
+    if (!moment) {
+        throw AutomationError(error_number::kTypeMismatch, "kxjob",
+                              "'" + std::string(isoTime) + "' is no ISO time in UTC");
+    }
+    return IsoTime(*moment + std::chrono::milliseconds(std::llround(seconds * 1000)));
 }
 
 std::string DurationInWords(double seconds) {

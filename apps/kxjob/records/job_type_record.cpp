@@ -1,7 +1,9 @@
 #include "records/job_type_record.h"
 
 #include <algorithm>
+#include <exception>
 
+#include "kxjob/component_registry.h"
 #include "kxjob/job_helper.h"
 #include "records/row.h"
 
@@ -22,6 +24,14 @@ std::vector<JobTypeRecord> ReadJobTypes(const StoreConnection& store, const std:
         JobHelper().GetJobType(store.connectionString, store.provider, store.nameQualifier, type), JobTypeOf);
     std::ranges::sort(types, {}, &JobTypeRecord::type);
     return types;
+}
+
+bool CanCreateHere(const std::string& progId) {
+    try {
+        return CreateComponent(progId) != nullptr;
+    } catch (const std::exception&) {
+        return false;
+    }
 }
 
 Json ToJson(const JobTypeRecord& type) {

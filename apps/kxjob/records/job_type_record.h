@@ -18,6 +18,10 @@ struct JobTypeRecord {
 /// One job type, or every one when `type` is empty; by name.
 std::vector<JobTypeRecord> ReadJobTypes(const StoreConnection& store, const std::string& type = {});
 
+/// Whether this machine can create the component of this ProgID: next-job selection leaves jobs alone that it
+/// cannot do.
+bool CanCreateHere(const std::string& progId);
+
 Json ToJson(const JobTypeRecord& type);
 
 }  // namespace kxjob::command

@@ -20,19 +20,19 @@
 namespace kxjob::command {
 namespace {
 
-struct AddOptions {
+struct TypeAddOptions {
     StoreOptions store;
     JobTypeRecord type;
     bool replace = false;
     bool json = false;
 };
 
-struct ListOptions {
+struct TypeListOptions {
     StoreOptions store;
     bool json = false;
 };
 
-struct RemoveOptions {
+struct TypeRemoveOptions {
     StoreOptions store;
     std::string type;
     Confirmation confirmation;
@@ -62,7 +62,7 @@ std::string UpdateStatement(Store& store, const JobTypeRecord& type) {
         store.Literal(type.notificationComponent), store.Literal(type.type));
 }
 
-void AddType(const AddOptions& options) {
+void AddType(const TypeAddOptions& options) {
     if (options.type.type.empty()) throw UsageError("A job type needs a name.");
     if (options.type.component.empty()) throw UsageError("A job type needs a --component.");
     const StoreConnection connection = options.store.Resolve();
@@ -80,7 +80,7 @@ void AddType(const AddOptions& options) {
     }
 }
 
-void ListTypes(const ListOptions& options) {
+void ListTypes(const TypeListOptions& options) {
     const std::vector<JobTypeRecord> types = ReadJobTypes(options.store.Resolve());
     if (options.json) {
         Json list = Json::array();
@@ -95,7 +95,7 @@ void ListTypes(const ListOptions& options) {
     table.Print(std::cout, Counted(types.size(), "job type"));
 }
 
-void RemoveType(const RemoveOptions& options, int& exitStatus) {
+void RemoveType(const TypeRemoveOptions& options, int& exitStatus) {
     const StoreConnection connection = options.store.ResolveForJobs();
     if (options.type.empty() || !IsKnown(connection, options.type)) {
         throw AutomationError(error_number::kNoRow, "kxjob", "There is no job type " + options.type);
@@ -122,9 +122,9 @@ void RemoveType(const RemoveOptions& options, int& exitStatus) {
     }
 }
 
-void AddAddCommand(CLI::App& types) {
+void AddTypeAddCommand(CLI::App& types) {
     CLI::App* const command = types.add_subcommand("add", "Add a job type, or change one");
-    const auto options = std::make_shared<AddOptions>();
+    const auto options = std::make_shared<TypeAddOptions>();
     command->add_option("TYPE", options->type.type, "The name of the type")->type_name("")->required();
     command
         ->add_option("--component", options->type.component,
@@ -143,18 +143,18 @@ void AddAddCommand(CLI::App& types) {
     command->callback([options] { AddType(*options); });
 }
 
-void AddListCommand(CLI::App& types) {
+void AddTypeListCommand(CLI::App& types) {
     CLI::App* const command = types.add_subcommand("list", "List the job types");
-    const auto options = std::make_shared<ListOptions>();
+    const auto options = std::make_shared<TypeListOptions>();
     command->add_flag("--json", options->json, "Print one JSON object");
     options->store.AddTo(*command);
     command->footer("Example:\n  kxjob type list --json\n");
     command->callback([options] { ListTypes(*options); });
 }
 
-void AddRemoveCommand(CLI::App& types, int& exitStatus) {
+void AddTypeRemoveCommand(CLI::App& types, int& exitStatus) {
     CLI::App* const command = types.add_subcommand("remove", "Remove a job type that no job has");
-    const auto options = std::make_shared<RemoveOptions>();
+    const auto options = std::make_shared<TypeRemoveOptions>();
     command->add_option("TYPE", options->type, "The name of the type")->type_name("")->required();
     command->add_flag("--force", options->force,
                       "Remove it while jobs have it; no worker finds a next job until they are gone");
@@ -172,9 +172,9 @@ void AddTypeCommand(CLI::App& app, int& exitStatus) {
     types->group(kSettingUp);
     types->require_subcommand(1);
     types->footer("Example:\n  kxjob type add REPORT --component Reports_83.Writer\n");
-    AddAddCommand(*types);
-    AddListCommand(*types);
-    AddRemoveCommand(*types, exitStatus);
+    AddTypeAddCommand(*types);
+    AddTypeListCommand(*types);
+    AddTypeRemoveCommand(*types, exitStatus);
 }
 
 }  // namespace kxjob::command

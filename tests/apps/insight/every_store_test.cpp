@@ -63,11 +63,7 @@ TEST_P(InsightOnStore, WhyWatchAndStatsTellOfAJob) {
     EXPECT_THAT(store_->Run({"watch", job}).out, HasSubstr("COMPLETE, 100 %, 2 of 2 items"));
 }
 
-INSTANTIATE_TEST_SUITE_P(Engines, InsightOnStore,
-                         testing::Values(testing_support::SqliteFile(),
-                                         testing_support::SqliteFileBehindOdbc(),
-                                         testing_support::PostgreSqlServer(),
-                                         testing_support::MariaDbServer()),
+INSTANTIATE_TEST_SUITE_P(Engines, InsightOnStore, ::testing::ValuesIn(testing_support::EveryEngine()),
                          testing_support::EngineName);
 
 }  // namespace

@@ -8,7 +8,7 @@ namespace {
 
 using Columns = std::vector<std::pair<std::string, Value>>;
 
-void Insert(Store& store, const std::string& table, const Columns& row) {
+void InsertRow(Store& store, const std::string& table, const Columns& row) {
     std::string columns;
     std::string literals;
     for (const auto& [column, value] : row) {
@@ -28,42 +28,42 @@ Value OrNull(const std::string& text) {
 InsightStore::InsightStore() {
     store_.CreateDatabase();
     store_.CreateTables();
-    Insert(store_, "JobType", {{"jobtypeid", "CAN"}, {"implprogid", "kxTimer_83.Timer"}});
-    Insert(store_, "JobType", {{"jobtypeid", "CANNOT"}, {"implprogid", "No_83.Thing"}});
+    InsertRow(store_, "JobType", {{"jobtypeid", "CAN"}, {"implprogid", "kxTimer_83.Timer"}});
+    InsertRow(store_, "JobType", {{"jobtypeid", "CANNOT"}, {"implprogid", "No_83.Thing"}});
 }
 
 void InsightStore::AddJob(const std::string& guid, const std::string& state, const std::string& type,
                           int totalItems) {
-    Insert(store_, "job",
-           {{"jobguid", guid},
-            {"jobtypeid", type},
-            {"description", "the job " + guid},
-            {"jobstateid", state},
-            {"totalitemcount", totalItems}});
+    InsertRow(store_, "job",
+              {{"jobguid", guid},
+               {"jobtypeid", type},
+               {"description", "the job " + guid},
+               {"jobstateid", state},
+               {"totalitemcount", totalItems}});
 }
 
 void InsightStore::AddTask(const std::string& guid, const std::string& job, const std::string& started,
                            const std::string& claim, const std::string& lock) {
-    Insert(store_, "jobtask",
-           {{"jobtaskguid", guid},
-            {"jobguid", job},
-            {"machine", "elsewhere"},
-            {"processid", 71},
-            {"jobtaskstateid", "RUNNING"},
-            {"startdt", OrNull(started)},
-            {"enddt", OrNull(claim)},
-            {"lockguid", OrNull(lock)}});
+    InsertRow(store_, "jobtask",
+              {{"jobtaskguid", guid},
+               {"jobguid", job},
+               {"machine", "elsewhere"},
+               {"processid", 71},
+               {"jobtaskstateid", "RUNNING"},
+               {"startdt", OrNull(started)},
+               {"enddt", OrNull(claim)},
+               {"lockguid", OrNull(lock)}});
 }
 
 void InsightStore::AddItem(const std::string& guid, const std::string& job, int sequence,
                            const std::string& state, const std::string& started, const std::string& ended) {
-    Insert(store_, "JobItem",
-           {{"jobitemguid", guid},
-            {"jobguid", job},
-            {"sequence", sequence},
-            {"jobitemstateid", OrNull(state)},
-            {"startdt", OrNull(started)},
-            {"enddt", OrNull(ended)}});
+    InsertRow(store_, "JobItem",
+              {{"jobitemguid", guid},
+               {"jobguid", job},
+               {"sequence", sequence},
+               {"jobitemstateid", OrNull(state)},
+               {"startdt", OrNull(started)},
+               {"enddt", OrNull(ended)}});
 }
 
 std::vector<std::string> InsightStore::Arguments(std::vector<std::string> arguments) const {

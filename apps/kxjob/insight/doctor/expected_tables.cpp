@@ -27,7 +27,7 @@ constexpr std::array<Name, 2> kJobIndexes{"jobtypeid, appstateguid", "jobstateid
 constexpr std::array<Name, 1> kItemIndexes{"jobguid, sequence"};
 constexpr std::array<Name, 1> kTaskIndexes{"jobguid, jobtaskstateid"};
 
-constexpr std::array kTables{
+constexpr std::array kExpectedTables{
     ExpectedTable{"job", kJob, kJobIndexes},
     ExpectedTable{"JobItem", kItem, kItemIndexes},
     ExpectedTable{"jobtask", kTask, kTaskIndexes},
@@ -41,7 +41,7 @@ constexpr std::array kTables{
 }  // namespace
 
 std::span<const ExpectedTable> ExpectedTables() {
-    return kTables;
+    return kExpectedTables;
 }
 
 }  // namespace kxjob::command

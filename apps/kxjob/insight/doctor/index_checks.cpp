@@ -60,12 +60,12 @@ std::optional<std::string> IndexQuery(Store& store, const QualifierParts& parts,
     return std::nullopt;
 }
 
-struct Index {
+struct StoreIndex {
     std::string table;
     std::string columns;
 };
 
-Index IndexOf(const Row& row) {
+StoreIndex IndexOf(const Row& row) {
     const std::string definition = Folded(row.Text(1));
     const std::size_t list = definition.find('(');
     return {Folded(row.Text(0)), list == std::string::npos ? definition : definition.substr(list + 1)};
@@ -98,10 +98,10 @@ void CheckIndexes(Store& store, const std::string& nameQualifier, Findings& find
                                         store.EngineName())});
         return;
     }
-    const std::vector<Index> indexes = ReadRows(store.Query(*query), IndexOf);
+    const std::vector<StoreIndex> indexes = ReadRows(store.Query(*query), IndexOf);
     for (const ExpectedTable& table : ExpectedTables()) {
         for (const std::string_view columns : table.indexes) {
-            const bool isThere = std::ranges::any_of(indexes, [&](const Index& index) {
+            const bool isThere = std::ranges::any_of(indexes, [&](const StoreIndex& index) {
                 return index.table == nameWithinSchema(table) && BeginsWith(index.columns, columns);
             });
             const std::string name = store.Table(std::string(table.name));

@@ -5,7 +5,6 @@
 #include <map>
 
 #include "kxjob/automation_error.h"
-#include "kxjob/component_registry.h"
 #include "kxjob/store.h"
 #include "records/job_record.h"
 #include "records/job_type_record.h"
@@ -14,24 +13,16 @@
 namespace kxjob::command {
 namespace {
 
-constexpr const char* kQueued = "QUEUED";
-constexpr const char* kRunning = "RUNNING";
+constexpr const char* kQueuedJobs = "QUEUED";
+constexpr const char* kRunningJobs = "RUNNING";
 
 /// A RUNNING job with as many RUNNING tasks as this gets no more of them.
 constexpr std::int64_t kMostTasks = 256;
 
-bool CanCreate(const std::string& progId) {
-    try {
-        return CreateComponent(progId) != nullptr;
-    } catch (const AutomationError&) {
-        return false;
-    }
-}
-
 /// Of each job type, whether this machine can create its component.
 std::map<std::string, bool> Types(const StoreConnection& store) {
     std::map<std::string, bool> types;
-    for (const JobTypeRecord& type : ReadJobTypes(store)) types[type.type] = CanCreate(type.component);
+    for (const JobTypeRecord& type : ReadJobTypes(store)) types[type.type] = CanCreateHere(type.component);
     return types;
 }
 
@@ -50,7 +41,7 @@ std::vector<OfferedJob> ReadOfferedJobs(const StoreConnection& store) {
     const std::map<std::string, bool> types = Types(store);
     const std::map<std::string, std::int64_t> tasks = RunningTasks(store);
     std::vector<OfferedJob> jobs;
-    for (const char* state : {kQueued, kRunning}) {
+    for (const char* state : {kQueuedJobs, kRunningJobs}) {
         for (const JobRecord& job : ReadJobs(store, {.state = state})) {
             const auto type = types.find(job.type);
             const auto running = tasks.find(job.guid);
@@ -67,7 +58,7 @@ std::vector<OfferedJob> ReadOfferedJobs(const StoreConnection& store) {
 
 std::optional<std::int64_t> PlaceOf(const OfferedJob& job) {
     if (!job.canBeWorkedOn) return std::nullopt;
-    if (job.state == kQueued) return 0;
+    if (job.state == kQueuedJobs) return 0;
     if (job.runningTasks >= kMostTasks) return std::nullopt;
     return 1 + job.runningTasks;
 }

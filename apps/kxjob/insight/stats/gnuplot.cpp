@@ -15,7 +15,7 @@
 namespace kxjob::command {
 namespace {
 
-constexpr std::size_t kChunk = 4096;
+constexpr std::size_t kReadAtOnce = 4096;
 
 struct CloseFile {
     void operator()(std::FILE* file) const { std::fclose(file); }
@@ -32,7 +32,7 @@ ScratchFile MakeScratchFile() {
 
 std::string ContentOf(std::FILE* file) {
     std::string content;
-    std::array<char, kChunk> piece{};
+    std::array<char, kReadAtOnce> piece{};
     std::rewind(file);
     while (const std::size_t length = std::fread(piece.data(), 1, piece.size(), file))
         content.append(piece.data(), length);

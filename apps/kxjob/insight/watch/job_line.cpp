@@ -24,7 +24,7 @@ std::string FirstOf(const std::string& text, std::size_t most) {
     return text.substr(0, end);
 }
 
-std::string NameOf(const JobLook& look) {
+std::string NameOfJob(const JobLook& look) {
     return OnOneLine(look.description.empty() ? look.guid : look.description);
 }
 
@@ -53,11 +53,11 @@ std::string CountsText(const JobLook& look, const ItemPace& pace) {
 }  // namespace
 
 std::string PlainLine(const JobLook& look, const ItemPace& pace) {
-    return fmt::format("{}: {}, {}", NameOf(look), look.state, CountsText(look, pace));
+    return fmt::format("{}: {}, {}", NameOfJob(look), look.state, CountsText(look, pace));
 }
 
 std::string BarLine(const JobLook& look, const ItemPace& pace, std::size_t width, const Palette& palette) {
-    std::string name = FirstOf(NameOf(look), kNameWidth);
+    std::string name = FirstOf(NameOfJob(look), kNameWidth);
     name.append(kNameWidth - WidthOf(name), ' ');
     const std::string text = look.state + ", " + CountsText(look, pace);
     constexpr std::size_t kBeforeText = kNameWidth + kBarWidth + 4;

@@ -16,7 +16,7 @@ constexpr std::size_t kNamedJobs = 5;
 
 // The verdicts on a job that nothing but the others keeps from being given to a worker.
 constexpr const char* kNext = "next";
-constexpr const char* kWaiting = "waiting";
+constexpr const char* kIsWaiting = "waiting";
 constexpr const char* kFull = "full";
 
 std::string Names(const std::vector<OfferedJob>& jobs) {
@@ -54,7 +54,7 @@ Explanation ExplainPlace(const OfferedJob& job, const std::vector<OfferedJob>& o
     const std::vector<OfferedJob> ahead = JobsAheadOf(*place, offered);
     if (!ahead.empty()) {
         return {
-            kWaiting,
+            kIsWaiting,
             {fmt::format("{} before it ({}): a QUEUED job comes before every RUNNING one, and of these the "
                          "one with the fewest RUNNING tasks.",
                          ahead.size() == 1 ? "1 job comes" : fmt::format("{} jobs come", ahead.size()),
@@ -90,7 +90,7 @@ Explanation ExplainOffered(const OfferedJob& job, const JobStanding& standing) {
 }
 
 bool IsGivenToWorkers(const std::string& verdict) {
-    return verdict == kNext || verdict == kWaiting || verdict == kFull;
+    return verdict == kNext || verdict == kIsWaiting || verdict == kFull;
 }
 
 bool IsInWork(const JobStanding& standing) {

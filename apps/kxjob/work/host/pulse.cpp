@@ -11,8 +11,8 @@
 namespace kxjob::command {
 namespace {
 
-constexpr double kLongestPause = 0.5;
-constexpr std::chrono::milliseconds kOldestResult{1000};
+constexpr double kLongestBeat = 0.5;
+constexpr std::chrono::milliseconds kOldestUnwritten{1000};
 constexpr const char* kStopCommand = "STOP";
 
 }  // namespace
@@ -25,7 +25,7 @@ Pulse::Pulse(HostContext& host)
       nextTakeover_(Clock::now()) {}
 
 void Pulse::Run() {
-    const double pause = std::min(kLongestPause, host_.options.leaseSeconds / 6);
+    const double pause = std::min(kLongestBeat, host_.options.leaseSeconds / 6);
     while (!isStopped_) {
         try {
             Beat();
@@ -73,7 +73,7 @@ void Pulse::Renew() {
 void Pulse::WriteOldResults() {
     for (const auto& task : host_.tasks.All()) {
         const std::lock_guard turn(host_.turn);
-        const FinishedItems finished = task->results.WriteIfOlderThan(kOldestResult, store_, task->name);
+        const FinishedItems finished = task->results.WriteIfOlderThan(kOldestUnwritten, store_, task->name);
         host_.report.ItemsFinished(finished.succeeded, finished.failed);
     }
 }

@@ -9,8 +9,8 @@ namespace {
 
 using nlohmann::ordered_json;
 
-constexpr std::chrono::milliseconds kRedraw{200};
-constexpr std::chrono::seconds kPlainLine{5};
+constexpr std::chrono::milliseconds kStatusRedraw{200};
+constexpr std::chrono::seconds kStatusLine{5};
 
 }  // namespace
 
@@ -64,7 +64,7 @@ void WorkReport::ItemsFinished(std::uint64_t succeeded, std::uint64_t failed) {
 
 void WorkReport::ShowProgress() {
     const Clock::time_point now = Clock::now();
-    if (now - lastShown_ < (form_.isTerminal ? Clock::duration(kRedraw) : Clock::duration(kPlainLine)))
+    if (now - lastShown_ < (form_.isTerminal ? Clock::duration(kStatusRedraw) : Clock::duration(kStatusLine)))
         return;
     const bool isNews = succeeded_ + failed_ != lastDone_;
     if (!form_.isTerminal && !isNews) return;  // a log wants no line for every idle moment

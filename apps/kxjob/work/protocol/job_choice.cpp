@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "kxjob/automation_error.h"
-#include "kxjob/component_registry.h"
 #include "kxjob/enums.h"
+#include "records/job_type_record.h"
 #include "work/protocol/item_lots.h"
 
 namespace kxjob::command {
@@ -20,14 +20,6 @@ struct Candidate {
     WorkableJob job;
     std::int64_t runningTasks = 0;
 };
-
-bool CanCreate(const std::string& progId) {
-    try {
-        return CreateComponent(progId) != nullptr;
-    } catch (const std::exception&) {
-        return false;
-    }
-}
 
 /// Empty when there is none. A job whose type is unknown stops no other job.
 std::string Recommended(JobStore& store) {
@@ -52,7 +44,7 @@ std::map<std::string, WorkableJob> WorkableTypes(JobStore& store, const std::str
     for (std::int32_t row = 0; row < RowCount(types); ++row) {
         const RowArray& cells = types.Rows();
         const std::string progId = cells.Cell(jtifComponentInstantiationString, row).ToJoinedText();
-        if (!CanCreate(progId)) continue;
+        if (!CanCreateHere(progId)) continue;
         workable.insert_or_assign(
             cells.Cell(jtifJobType, row).ToText(),
             WorkableJob{"", progId,

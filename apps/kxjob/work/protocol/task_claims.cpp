@@ -9,7 +9,7 @@
 #include <array>
 
 #include "kxjob/caller_texts.h"
-#include "work/protocol/iso_time.h"
+#include "records/iso_time.h"
 
 namespace kxjob::command {
 namespace {
