@@ -25,6 +25,7 @@ public:
     HostProcess& operator=(const HostProcess&) = delete;
     ~HostProcess();
 
+    pid_t Process() const { return process_; }
     void Send(int signal) const;
     /// As a terminal does it: to the host and to what it has started, unless that is in another group.
     void SendToGroup(int signal) const;

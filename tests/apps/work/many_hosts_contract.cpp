@@ -43,6 +43,29 @@ protected:
     void WaitUntilEnded(int items) {
         while (Cell("SELECT COUNT(*) FROM ended").ToInt32() < items) std::this_thread::yield();
     }
+    /// Kills a host that has items in its hands: stopped, it cannot end them while that is looked up.
+    void KillOneAtWork(std::mt19937& chance) {
+        while (Cell("SELECT COUNT(*) FROM ended").ToInt32() < Items()) {
+            const auto victim =
+                std::next(hosts_.begin(), static_cast<std::ptrdiff_t>(chance() % hosts_.size()));
+            victim->Send(SIGSTOP);
+            if (HoldsItems(*victim)) {
+                victim->Send(SIGKILL);
+                EXPECT_EQ(victim->ExitStatus(), 128 + SIGKILL);
+                hosts_.erase(victim);
+                return;
+            }
+            victim->Send(SIGCONT);
+        }
+        FAIL() << "all items ended before a host was killed";
+    }
+    bool HoldsItems(const HostProcess& host) {
+        return Cell(
+                   "SELECT COUNT(*) FROM kx_JobItem item, kx_jobtask task WHERE item.jobtaskguid ="
+                   " task.jobtaskguid AND item.jobitemstateid = 'RUNNING' AND task.processid = " +
+                   std::to_string(host.Process()))
+                   .ToInt32() > 0;
+    }
     void ExpectAllHostsToEndWell() {
         for (HostProcess& host : hosts_) EXPECT_EQ(host.ExitStatus(), 0) << host.Err();
         hosts_.clear();
@@ -102,10 +125,7 @@ TEST_P(ManyHostsContract, EndEachItemOnceWhenSomeAreKilled) {
 
     for (int killed = 1; killed <= 3; ++killed) {
         WaitUntilEnded(Items() * killed / 5);
-        const auto victim = std::next(hosts_.begin(), static_cast<std::ptrdiff_t>(chance() % hosts_.size()));
-        victim->Send(SIGKILL);
-        EXPECT_EQ(victim->ExitStatus(), 128 + SIGKILL);
-        hosts_.erase(victim);
+        KillOneAtWork(chance);
         Start(1, "0.6");
     }
     ExpectAllHostsToEndWell();
