@@ -53,8 +53,11 @@ constexpr std::array kMariaDbErrors = {
     ErrorRule{.native = 2006, .meaning = "08S01", .lost = true},  // the server has gone away
     ErrorRule{.native = 2013, .meaning = "08S01", .lost = true},  // lost during a statement
     ErrorRule{.native = 1047, .meaning = "08S01", .lost = true},  // a node without quorum
-    ErrorRule{.native = 1205, .meaning = "HYT00"},                // lock time-out
-    ErrorRule{.state = "21S01", .meaning = "42000"},              // more values than columns
+    // A socket that broke under the driver, which has no state of its own for it.
+    ErrorRule{.state = "HY000", .messagePart = "Write error: ", .meaning = "08S01", .lost = true},
+    ErrorRule{.state = "HY000", .messagePart = "Read error: ", .meaning = "08S01", .lost = true},
+    ErrorRule{.native = 1205, .meaning = "HYT00"},    // lock time-out
+    ErrorRule{.state = "21S01", .meaning = "42000"},  // more values than columns
 };
 
 constexpr std::array<string_view, 1> kSqlServerSetUp = {

@@ -74,6 +74,8 @@ INSTANTIATE_TEST_SUITE_P(
                     Said{"PostgreSQL", {"25006", 1, "read-only"}, "25006", true},
                     Said{"MariaDB", {"HY000", 2013, "Lost connection"}, "08S01", true},
                     Said{"MariaDB", {"08S01", 2006, "gone away"}, "08S01", true},
+                    Said{"MariaDB", {"HY000", 32, "Write error: Broken pipe (32)"}, "08S01", true},
+                    Said{"MariaDB", {"HY000", 104, "Read error: Connection reset (104)"}, "08S01", true},
                     Said{"MariaDB", {"08S01", 1047, "not yet prepared"}, "08S01", true},
                     Said{"MariaDB", {"HY000", 1205, "Lock wait"}, "HYT00", false},
                     Said{"MariaDB", {"40001", 1213, "Deadlock"}, "40001", false},
