@@ -50,6 +50,7 @@ std::optional<std::string> ConfigurationDocument::Find(std::string_view key) con
 
 std::vector<std::string> ConfigurationDocument::Keys() const {
     std::vector<std::string> keys;
+    keys.reserve(values_.size());
     for (const auto& [key, value] : values_) keys.push_back(key);
     std::ranges::sort(keys);
     return keys;
