@@ -16,7 +16,7 @@ constexpr std::array<string_view, 1> kPostgreSqlSetUp = {
     "SET SESSION CHARACTERISTICS AS TRANSACTION ISOLATION LEVEL READ COMMITTED; "
     "SET lock_timeout = 30000; SET client_min_messages = warning"};
 constexpr string_view kPostgreSqlNow =
-    "SELECT to_char(clock_timestamp() AT TIME ZONE 'UTC', 'YYYY-MM-DD\"T\"HH24:MI:SS.MS\"Z\"')";
+    R"(SELECT to_char(clock_timestamp() AT TIME ZONE 'UTC', 'YYYY-MM-DD"T"HH24:MI:SS.MS"Z"'))";
 constexpr BatchForm kPostgreSqlBatch = {.transaction = false, .joined = true, .between = ";\n"};
 constexpr std::array kPostgreSqlErrors = {
     ErrorRule{.state = "42P01", .meaning = "42S02"},  // no such table
