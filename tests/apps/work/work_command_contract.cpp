@@ -224,6 +224,36 @@ TEST_P(WorkCommand, DoesItemsAgainWhoseTaskWasTakenOverMeanwhile) {
     EXPECT_EQ(Cell("SELECT COUNT(*) FROM kx_JobItem WHERE jobtaskguid = '" + task.task + "'"), Value(3));
 }
 
+TEST_P(WorkCommand, ChangesNothingThatAnotherFinishedWhileItWasPausedBeyondItsLease) {
+    WriteScriptThatWaitsAtItem3();
+    const std::string job = MakeJob("SCRIPT", "QUEUED", 6);
+    HostProcess paused = Host({"--until-empty", "--lease", "0.5"});
+    WaitUntilItem3();
+    const TaskName task = OnlyTask(job);
+    paused.Send(SIGSTOP);
+
+    HostProcess other = Host({"--until-empty", "--lease", "0.5"});
+    WaitFor([&] {
+        return Cell(
+                   "SELECT COUNT(*) FROM kx_JobItem WHERE identifier = 'item 3' AND jobitemstateid = "
+                   "'RUNNING'"
+                   " AND jobtaskguid <> '" +
+                   task.task + "'") == Value(1);
+    });
+    OpenGate();
+    EXPECT_EQ(other.ExitStatus(), 0) << other.Err();
+    const std::string rows = "SELECT * FROM kx_JobItem ORDER BY sequence";
+    const Value finished = store_->Query(rows);
+    paused.Send(SIGCONT);
+    EXPECT_EQ(paused.ExitStatus(), 0) << paused.Err();
+
+    EXPECT_EQ(store_->Query(rows), finished);
+    EXPECT_EQ(store_->Query("SELECT jobstateid, succeededitemcount, faileditemcount FROM kx_job"),
+              Rows({{"COMPLETE", 6, 0}}));
+    EXPECT_EQ(TaskState(task), Value("FAILED"));
+    EXPECT_EQ(Cell("SELECT COUNT(*) FROM kx_adminhistory WHERE detail LIKE '%COMPLETE%'"), Value(1));
+}
+
 TEST_P(WorkCommand, LeavesAJobThatIsCancelledMeanwhile) {
     WriteScriptThatWaitsAtItem3();
     const std::string job = MakeJob("SCRIPT", "QUEUED", 20);
