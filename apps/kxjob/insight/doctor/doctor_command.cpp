@@ -86,7 +86,7 @@ Findings Examine(const StoreOptions& options) {
 }
 
 std::string Painted(const Palette& palette, Severity severity) {
-    const std::string padded = fmt::format("{:<8}", NameOf(severity));
+    std::string padded = fmt::format("{:<8}", NameOf(severity));
     switch (severity) {
         case Severity::Ok: return palette.Paint(padded, Tone::kGood);
         case Severity::Warning: return palette.Paint(padded, Tone::kWaiting);

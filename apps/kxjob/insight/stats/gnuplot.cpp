@@ -39,12 +39,17 @@ std::string ContentOf(std::FILE* file) {
     return content;
 }
 
-struct SpawnActions {
-    SpawnActions() { posix_spawn_file_actions_init(&actions); }
+class SpawnActions {
+public:
+    SpawnActions() { posix_spawn_file_actions_init(&actions_); }
     SpawnActions(const SpawnActions&) = delete;
     SpawnActions& operator=(const SpawnActions&) = delete;
-    ~SpawnActions() { posix_spawn_file_actions_destroy(&actions); }
-    posix_spawn_file_actions_t actions{};
+    ~SpawnActions() { posix_spawn_file_actions_destroy(&actions_); }
+
+    posix_spawn_file_actions_t* Get() { return &actions_; }
+
+private:
+    posix_spawn_file_actions_t actions_{};
 };
 
 }  // namespace
@@ -57,15 +62,15 @@ std::optional<std::string> RunGnuplot(const std::string& script) {
     std::rewind(in.get());
 
     SpawnActions redirected;
-    posix_spawn_file_actions_adddup2(&redirected.actions, fileno(in.get()), STDIN_FILENO);
-    posix_spawn_file_actions_adddup2(&redirected.actions, fileno(out.get()), STDOUT_FILENO);
-    posix_spawn_file_actions_adddup2(&redirected.actions, fileno(err.get()), STDERR_FILENO);
+    posix_spawn_file_actions_adddup2(redirected.Get(), fileno(in.get()), STDIN_FILENO);
+    posix_spawn_file_actions_adddup2(redirected.Get(), fileno(out.get()), STDOUT_FILENO);
+    posix_spawn_file_actions_adddup2(redirected.Get(), fileno(err.get()), STDERR_FILENO);
     std::string program = "gnuplot";
     std::string withoutOwnSettings = "-d";
     const std::array<char*, 3> arguments{program.data(), withoutOwnSettings.data(), nullptr};
     pid_t process = 0;
     const int problem =
-        posix_spawnp(&process, program.c_str(), &redirected.actions, nullptr, arguments.data(), environ);
+        posix_spawnp(&process, program.c_str(), redirected.Get(), nullptr, arguments.data(), environ);
     if (problem == ENOENT) return std::nullopt;
     if (problem != 0) throw std::system_error(problem, std::generic_category(), program);
 

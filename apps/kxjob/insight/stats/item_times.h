@@ -10,7 +10,7 @@
 namespace kxjob::command {
 
 /// The times of the items that have ended, by the GUID of their job.
-std::map<std::string, std::vector<ItemTime>> ReadItemTimes(const StoreConnection& store,
+std::map<std::string, std::vector<ItemTime>> ReadItemTimes(const StoreConnection& connection,
                                                            const std::vector<JobRecord>& jobs);
 
 }  // namespace kxjob::command

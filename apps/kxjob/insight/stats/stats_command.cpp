@@ -31,6 +31,7 @@ struct StatsOptions {
 std::vector<JobRecord> JobsOf(const StatsOptions& options, const StoreConnection& store) {
     if (options.jobs.empty()) return ReadJobs(store, {.type = options.type});
     std::vector<JobRecord> jobs;
+    jobs.reserve(options.jobs.size());
     for (const std::string& job : options.jobs) jobs.push_back(ReadJob(store, job));
     return jobs;
 }
