@@ -31,7 +31,7 @@ NewItem ItemOfJson(const std::string& line) {
     if (!object.is_object()) throw UsageError("it must be a JSON object.");
     for (const auto& [name, ignored] : object.items()) {
         if (name != "identifier" && name != "data") {
-            throw UsageError("\"" + name + "\" is neither \"identifier\" nor \"data\".");
+            throw UsageError('"' + name + R"(" is neither "identifier" nor "data".)");
         }
     }
     if (!object.contains("identifier")) throw UsageError("it has no \"identifier\".");

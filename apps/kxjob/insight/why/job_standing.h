@@ -26,7 +26,7 @@ struct JobStanding {
 };
 
 /// Raises 0x80040000 + 702 for an unknown job.
-JobStanding ReadStanding(const StoreConnection& store, const std::string& guid);
+JobStanding ReadStanding(const StoreConnection& connection, const std::string& guid);
 
 /// The job as one of those that are offered; null when it is neither QUEUED nor RUNNING.
 const OfferedJob* Offered(const JobStanding& standing);
