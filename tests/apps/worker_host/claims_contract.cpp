@@ -2,7 +2,7 @@
 
 #include <set>
 
-#include "apps/work/work_contract.h"
+#include "apps/worker_host/work_contract.h"
 #include "contract/native/file_engines.h"
 #include "defaults/store/store_test_support.h"
 #include "work/protocol/item_lots.h"

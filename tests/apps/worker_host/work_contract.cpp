@@ -1,4 +1,4 @@
-#include "apps/work/work_contract.h"
+#include "apps/worker_host/work_contract.h"
 
 #include <fstream>
 

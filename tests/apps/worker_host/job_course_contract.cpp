@@ -1,6 +1,6 @@
 #include <gmock/gmock.h>
 
-#include "apps/work/work_contract.h"
+#include "apps/worker_host/work_contract.h"
 #include "contract/native/file_engines.h"
 #include "kxjob/automation_error.h"
 #include "kxjob/caller_texts.h"

@@ -1,4 +1,4 @@
-#include "apps/work/host_process.h"
+#include "apps/worker_host/host_process.h"
 
 #include <csignal>
 #include <utility>

@@ -7,8 +7,8 @@
 #include <list>
 #include <thread>
 
-#include "apps/work/host_process.h"
-#include "apps/work/work_contract.h"
+#include "apps/worker_host/host_process.h"
+#include "apps/worker_host/work_contract.h"
 #include "contract/native/file_engines.h"
 #include "kxjob/automation_error.h"
 
