@@ -1,14 +1,14 @@
 #pragma once
 
 #include <optional>
-#include <string>
 
 #include "value_json.h"
 
 namespace kxjob::command {
 
-inline Json OrNull(const std::optional<std::string>& text) {
-    return text ? Json(*text) : Json(nullptr);
+template <typename T>
+Json OrNull(const std::optional<T>& value) {
+    return value ? Json(*value) : Json(nullptr);
 }
 
 }  // namespace kxjob::command

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "records/job_pace.h"
+#include "records/optional_json.h"
 
 namespace kxjob::command {
 namespace {
@@ -32,10 +33,6 @@ void AddItems(JobStatistics& statistics, const std::vector<ItemTime>& items, std
     std::ranges::sort(statistics.ends);
     statistics.itemMedian = Quantile(durations, 0.5);
     statistics.itemNineTenths = Quantile(durations, 0.9);
-}
-
-Json OrNull(std::optional<double> number) {
-    return number ? Json(*number) : Json(nullptr);
 }
 
 }  // namespace
