@@ -1,6 +1,3 @@
-#include <limits>
-
-#include "automation/runtime_error.h"
 #include "frame/frame.h"
 #include "kxjob/array.h"
 #include "kxjob/collection.h"
@@ -15,11 +12,6 @@ namespace {
 
 /// Jobs with more RUNNING tasks than this are not recommended.
 constexpr std::int32_t kTaskCeiling = 256;
-
-double RankOf(std::int32_t runningTasks) {
-    if (runningTasks == std::numeric_limits<std::int32_t>::max()) RaiseRuntimeError(error_number::kOverflow);
-    return 1.0 / (runningTasks + 1);
-}
 
 }  // namespace
 
@@ -66,7 +58,7 @@ void JobHelper::GetHighestRankingRunningJobs(std::string ConnectionString, DataS
             Candidates = RunningJobs;
             Rank = 1.0;
         } else {
-            Rank = RankOf(lowest);
+            Rank = 1.0 / (lowest + 1);
         }
     });
 }

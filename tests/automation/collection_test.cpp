@@ -1,5 +1,6 @@
 #include "kxjob/collection.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -169,6 +170,10 @@ protected:
 
 TEST_F(LateBoundCollection, IsNamedCollection) {
     EXPECT_EQ(object->Name(), "Collection");
+}
+
+TEST_F(LateBoundCollection, NamesItsMembersInTheOrderOfTheirDispatchNumbers) {
+    EXPECT_THAT(object->MemberNames(), ::testing::ElementsAre("Count", "Add", "Item", "Remove"));
 }
 
 TEST_F(LateBoundCollection, AddsCountsAndRemoves) {

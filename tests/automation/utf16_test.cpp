@@ -38,6 +38,7 @@ TEST(Utf16, KeepsLoneSurrogates) {
     ExpectSame("\xED\xAF\xBFx", {0xDBFF, u'x'});
     ExpectSame("x\xED\xB0\x80", {u'x', 0xDC00});
     ExpectSame("\xED\xBF\xBF\xED\xA0\x80", {0xDFFF, 0xD800});
+    ExpectSame("\xED\xA0\x80\xEE\x80\x80", {0xD800, 0xE000});
     ExpectSame("\xED\xA0\x80\xF0\x90\x80\x80", {0xD800, 0xD800, 0xDC00});
 }
 

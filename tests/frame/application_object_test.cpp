@@ -1,11 +1,14 @@
 #include "frame/application_object.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "kxjob/automation_error.h"
 
 namespace kxjob {
 namespace {
+
+using ::testing::ElementsAre;
 
 TEST(ApplicationObject, ShowsTheProjectAndItsVersion) {
     ApplicationObject application;
@@ -15,6 +18,10 @@ TEST(ApplicationObject, ShowsTheProjectAndItsVersion) {
     EXPECT_EQ(application.Get("Major"), Value(8));
     EXPECT_EQ(application.Get("Minor"), Value(3));
     EXPECT_EQ(application.Get("Revision"), Value(1202));
+}
+
+TEST(ApplicationObject, NamesItsMembersInTheOrderOfTheirDispatchNumbers) {
+    EXPECT_THAT(ApplicationObject().MemberNames(), ElementsAre("Title", "Major", "Minor", "Revision"));
 }
 
 TEST(ApplicationObject, HasNothingElse) {

@@ -1,5 +1,6 @@
 #include "frame/error_object.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 namespace kxjob {
@@ -12,6 +13,11 @@ TEST(ErrorObject, ShowsTheNumberTheSourceAndTheDescription) {
     EXPECT_EQ(error.Get("Number"), Value(-2147220761));
     EXPECT_EQ(error.Get("Source"), Value("Job_83.JobHelper.IsJobComplete"));
     EXPECT_EQ(error.Get("Description"), Value("not known"));
+}
+
+TEST(ErrorObject, NamesItsMembersInTheOrderOfTheirDispatchNumbers) {
+    EXPECT_THAT(ErrorObject(AutomationError(1, "s", "d")).MemberNames(),
+                ::testing::ElementsAre("Number", "Source", "Description"));
 }
 
 TEST(ErrorObject, HasNoHelpFileAndNoMethods) {

@@ -3,11 +3,18 @@
 
 #include "kxjob/caller_texts.h"
 #include "support/job_helper_test.h"
+#include "support/raised_error.h"
+#include "support/sample_errors.h"
 
 namespace kxjob {
 namespace {
 
 using ::testing::Return;
+
+using testing_support::kObjectNotSet;
+using testing_support::NumberOf;
+
+using FailureNoteWithoutEnvironment = testing_support::JobHelperTest;
 
 class FailureNoteText : public testing_support::JobHelperTest {
 protected:
@@ -36,6 +43,11 @@ TEST_F(FailureNoteText, LeavesAnEarlierNoteInFront) {
 
 TEST_F(FailureNoteText, DropsAnEarlierNoteOfBlanks) {
     EXPECT_EQ(FailureNote("   ", "why"), block + "why");
+}
+
+TEST_F(FailureNoteWithoutEnvironment, RaisesObjectNotSet) {
+    environmentRef = nullptr;
+    EXPECT_EQ(NumberOf([] { FailureNote("", "why"); }), kObjectNotSet);
 }
 
 }  // namespace
