@@ -6,13 +6,13 @@
 #include <ostream>
 #include <set>
 #include <string>
-#include <string_view>
 #include <utility>
 #include <vector>
 
 #include "collaborators/this_thread.h"
 #include "support/every_method.h"
 #include "support/faulty_world.h"
+#include "support/sweep_sentence.h"
 
 namespace kxjob {
 namespace {
@@ -90,20 +90,6 @@ bool MayRun(const std::string& outer, const std::string& inner) {
     return known.contains({outer, inner});
 }
 
-/// The sentence that the irrelevant jobs sweep puts in front of an error, when `step` failed in the sweep
-/// itself or, for a nested method, in `inner`.
-std::string SweepSentence(const std::string& step, const std::string& inner) {
-    constexpr const char* kLook = "Unable to look for irrelevant jobs.\r\n\r\n";
-    constexpr const char* kRemove = "Unable to remove irrelevant jobs.\r\n\r\n";
-    if (inner == "RemoveJobAndItems") return kRemove;
-    if (!inner.empty()) return {};
-    if (step.ends_with("DataAccess") || step == "DataAccess.Query") return kLook;
-    for (const std::string_view ofTheLoop : {"ArrayInspector", "TraceLog"}) {
-        if (step.find(ofTheLoop) != std::string::npos) return kRemove;
-    }
-    return {};
-}
-
 class FaultSweep : public ::testing::TestWithParam<Subject> {
 protected:
     ~FaultSweep() override { InstallCollaborators(nullptr); }
@@ -164,17 +150,12 @@ protected:
         EXPECT_EQ(faults, total);
     }
 
-    /// The description that method number `frame` (0 is the innermost) of the running ones gives to the
-    /// fault.
-    static std::string ExpectedDescription(const FaultyRun& run, std::size_t frame) {
-        const std::vector<FaultyRun::RunningMethod>& running = run.runningAtFault;
-        std::string description = run.fault->Description();
-        for (std::size_t i = 0; i <= frame && i < running.size(); ++i) {
-            if (running[i].method != "RemoveIrrelevantJobsInContainer") continue;
-            description =
-                SweepSentence(run.steps.back(), i == 0 ? std::string() : running[i - 1].method) + description;
-        }
-        return description;
+    /// The description that the fault has when `frames` of the running methods have passed it on.
+    static std::string ExpectedDescription(const FaultyRun& run, std::size_t frames) {
+        std::vector<std::string> running;
+        for (const FaultyRun::RunningMethod& method : run.runningAtFault) running.push_back(method.method);
+        return testing_support::DescriptionBehind(running, frames, run.steps.back(),
+                                                  run.fault->Description());
     }
 
     static void ExpectToldByEveryRunningMethod(const FaultyRun& run) {
@@ -187,7 +168,7 @@ protected:
             const FaultyRun::Told& told = run.told[i];
             EXPECT_EQ(told.number, run.fault->Number());
             EXPECT_EQ(told.source, run.fault->Source());
-            EXPECT_EQ(told.description, ExpectedDescription(run, i));
+            EXPECT_EQ(told.description, ExpectedDescription(run, i + 1));
             EXPECT_EQ(told.application, "Job_83 8.3.1202");
             EXPECT_GT(told.line, 0);
             EXPECT_EQ(told.line, running[i].line);

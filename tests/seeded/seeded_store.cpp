@@ -3,7 +3,6 @@
 #include <utility>
 #include <vector>
 
-#include "kxjob/store.h"
 #include "support/every_method.h"
 
 namespace kxjob::testing_support {
@@ -12,7 +11,7 @@ namespace {
 /// Columns and their texts.
 using Row = std::vector<std::pair<const char*, Value>>;
 
-void Insert(Store& store, const std::string& table, const Row& row) {
+std::string Insert(Store& store, const std::string& table, const Row& row) {
     std::string columns;
     std::string literals;
     for (const auto& [column, value] : row) {
@@ -20,7 +19,7 @@ void Insert(Store& store, const std::string& table, const Row& row) {
         columns.append(separator).append(column);
         literals.append(separator).append(store.Literal(value));
     }
-    store.Execute("INSERT INTO " + store.Table(table) + " (" + columns + ") VALUES (" + literals + ")");
+    return "INSERT INTO " + store.Table(table) + " (" + columns + ") VALUES (" + literals + ")";
 }
 
 }  // namespace
@@ -30,49 +29,55 @@ void SeedStore(const std::string& connectionString, const std::string& qualifier
     Store store(connectionString, provider, qualifier);
     store.CreateDatabase();
     store.CreateTables();
-    Insert(store, "JobType",
-           {{"jobtypeid", kJobType},
-            {"description", "nightly work"},
-            {"implprogid", "kxTimer_83.Timer"},
-            {"notificationprogid", ""}});
-    Insert(store, "job",
-           {{"jobguid", kJobGuid},
-            {"jobtypeid", kJobType},
-            {"description", "an earlier job"},
-            {"parameters", "<parameters><parameter>1</parameter></parameters>"},
-            {"appstateguid", kStateGuid},
-            {"jobstateid", "RUNNING"},
-            {"nextjobitem", 1},
-            {"totalitemcount", 1},
-            {"startdt", "2026-03-01T09:30:15.123Z"},
-            {"sumoftimeincsq", 0.25},
-            {"failurenote", "an old note"},
-            {"jobeditorlockguid", kLockGuid},
-            {"lockduration", 60.0}});
-    Insert(store, "JobItem",
-           {{"jobitemguid", kItemGuid},
-            {"jobguid", kJobGuid},
-            {"identifier", kIdentifierGuid},
-            {"sequence", 0},
-            {"data", "some data"},
-            {"jobitemstateid", "RUNNING"},
-            {"startdt", "2026-03-01T09:30:16.000Z"},
-            {"jobtaskguid", kTaskGuid}});
-    Insert(store, "jobtask",
-           {{"jobtaskguid", kTaskGuid},
-            {"description", "a task"},
-            {"jobguid", kJobGuid},
-            {"usercontext", "a user"},
-            {"machine", "a machine"},
-            {"processid", 71},
-            {"threadid", 72},
-            {"startdt", "2026-03-01T09:30:15.500Z"},
-            {"jobtaskstateid", "RUNNING"},
-            {"lockguid", kLockGuid}});
-    Insert(store, "applicationstate", {{"stateid", "PRODUCTION"}, {"stateguid", kProductionGuid}});
-    Insert(store, "applicationstate", {{"stateid", "DEVELOPMENT"}, {"stateguid", kDevelopmentGuid}});
-    Insert(store, "subsystem", {{"subsystemid", "REPORTING"}});
-    Insert(store, "subsystem", {{"subsystemid", "RUNTIME"}});
+    for (const std::string& sql : SeedStatements(store)) store.Execute(sql);
+}
+
+std::vector<std::string> SeedStatements(Store& store) {
+    return {
+        Insert(store, "JobType",
+               {{"jobtypeid", kJobType},
+                {"description", "nightly work"},
+                {"implprogid", "kxTimer_83.Timer"},
+                {"notificationprogid", ""}}),
+        Insert(store, "job",
+               {{"jobguid", kJobGuid},
+                {"jobtypeid", kJobType},
+                {"description", "an earlier job"},
+                {"parameters", "<parameters><parameter>1</parameter></parameters>"},
+                {"appstateguid", kStateGuid},
+                {"jobstateid", "RUNNING"},
+                {"nextjobitem", 1},
+                {"totalitemcount", 1},
+                {"startdt", "2026-03-01T09:30:15.123Z"},
+                {"sumoftimeincsq", 0.25},
+                {"failurenote", "an old note"},
+                {"jobeditorlockguid", kLockGuid},
+                {"lockduration", 60.0}}),
+        Insert(store, "JobItem",
+               {{"jobitemguid", kItemGuid},
+                {"jobguid", kJobGuid},
+                {"identifier", kIdentifierGuid},
+                {"sequence", 0},
+                {"data", "some data"},
+                {"jobitemstateid", "RUNNING"},
+                {"startdt", "2026-03-01T09:30:16.000Z"},
+                {"jobtaskguid", kTaskGuid}}),
+        Insert(store, "jobtask",
+               {{"jobtaskguid", kTaskGuid},
+                {"description", "a task"},
+                {"jobguid", kJobGuid},
+                {"usercontext", "a user"},
+                {"machine", "a machine"},
+                {"processid", 71},
+                {"threadid", 72},
+                {"startdt", "2026-03-01T09:30:15.500Z"},
+                {"jobtaskstateid", "RUNNING"},
+                {"lockguid", kLockGuid}}),
+        Insert(store, "applicationstate", {{"stateid", "PRODUCTION"}, {"stateguid", kProductionGuid}}),
+        Insert(store, "applicationstate", {{"stateid", "DEVELOPMENT"}, {"stateguid", kDevelopmentGuid}}),
+        Insert(store, "subsystem", {{"subsystemid", "REPORTING"}}),
+        Insert(store, "subsystem", {{"subsystemid", "RUNTIME"}}),
+    };
 }
 
 }  // namespace kxjob::testing_support

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "kxjob/data_store_provider.h"
+#include "kxjob/store.h"
 
 namespace kxjob::testing_support {
 
@@ -11,5 +13,8 @@ namespace kxjob::testing_support {
 /// container's two; its type, which this machine can create; a RUNTIME subsystem without a KVR flag.
 void SeedStore(const std::string& connectionString, const std::string& qualifier,
                DataStoreProvider provider = dspSqlite);
+
+/// The statements that put its rows into the empty tables.
+std::vector<std::string> SeedStatements(Store& store);
 
 }  // namespace kxjob::testing_support
