@@ -1,0 +1,49 @@
+#!/usr/bin/env python3
+"""Prints what script/bench has measured. usage: table.py RESULTS.json"""
+
+import sys
+
+import results
+
+HANDLED = {"driver_us", "library_us", "ratio", "ratio_25", "ratio_75", "at_most", "at_least"}
+
+
+def time_text(microseconds):
+    if microseconds is None:
+        return ""
+    for unit, size in (("s", 1e6), ("ms", 1e3), ("us", 1)):
+        if microseconds >= size:
+            return f"{microseconds / size:.3g} {unit}"
+    return f"{microseconds * 1000:.3g} ns"
+
+
+def wanted_text(row):
+    if row.misses() is None:
+        return ""
+    limit = f"<= {row.get('at_most'):g}" if row.get("at_most") is not None else f">= {row.get('at_least'):g}"
+    return limit + (" MISSED" if row.misses() else "")
+
+
+def ratio_text(row):
+    if row.get("ratio") is None:
+        return ""
+    spread = f" ({row.get('ratio_25'):.2f} to {row.get('ratio_75'):.2f})" if row.get("ratio_25") is not None else ""
+    return f"{row.get('ratio'):.3f}{spread}"
+
+
+def main():
+    rows, context = results.read(sys.argv[1])
+    print(f"load when it began: {context['load_avg'][0]:.1f} on {context['num_cpus']} processors")
+    kind = None
+    for row in rows:
+        if row.kind != kind:
+            kind = row.kind
+            print(f'\n{kind:<52} {"driver":>9} {"library":>9}  {"ratio (middle half)":<24} {"wanted":<16}')
+        others = "  ".join(f"{name} {value:g}" for name, value in row.counters.items() if name not in HANDLED)
+        print(f"{row.engine + ' ' + row.subject:<52} {time_text(row.get('driver_us')):>9} "
+              f"{time_text(row.get('library_us')):>9}  {ratio_text(row):<24} {wanted_text(row):<16} {row.error or others}".rstrip())
+    missed = sum(1 for row in rows if row.misses())
+    print(f"\n{missed} of {sum(1 for row in rows if row.misses() is not None)} ratios are not what is wanted")
+
+
+main()
