@@ -1,9 +1,18 @@
 #include <benchmark/benchmark.h>
 
+#include "bulk/bulk_bench.h"
 #include "calls/call_bench.h"
+#include "hosts/host_bench.h"
+#include "large/large_bench.h"
+#include "scheduling/scheduling_bench.h"
 
 int main(int argc, char** argv) {
     kxjob::bench::RegisterCalls();
+    kxjob::bench::RegisterBulk();
+    kxjob::bench::RegisterReading();
+    kxjob::bench::RegisterRemoval();
+    kxjob::bench::RegisterScheduling();
+    kxjob::bench::RegisterHosts();
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
     benchmark::RunSpecifiedBenchmarks();

@@ -5,6 +5,7 @@
 #include "calls/container.h"
 #include "kxjob/job_helper.h"
 #include "measuring/pair.h"
+#include "measuring/replay.h"
 #include "recording/statement_tap.h"
 #include "stores/bench_store.h"
 #include "support/every_method.h"
@@ -50,11 +51,7 @@ public:
         for (const std::string& sql : reset_) driverStore_.RunBare(sql);
         replayed_ = WithNewGuids(recorded_);
     }
-    void RunDriver() {
-        for (const Statement& statement : replayed_) {
-            benchmark::DoNotOptimize(driverStore_.Driver().Run(statement));
-        }
-    }
+    void RunDriver() { Replay(driverStore_.Driver(), replayed_); }
     void ResetLibrary() {
         for (const std::string& sql : reset_) libraryStore_.RunByLibrary(sql);
     }

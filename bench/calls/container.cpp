@@ -10,13 +10,12 @@ namespace {
 
 using namespace testing_support;
 
-constexpr const char* kComponent = "Bench_83.Worker";
 constexpr int kItems = 10;
 constexpr int kOtherJobs = 20;
 
 class NoWorker : public Component {
 public:
-    std::string Name() const override { return kComponent; }
+    std::string Name() const override { return kContainerComponent; }
 };
 
 std::string Numbered(const char* beginning, int number) {
@@ -68,7 +67,8 @@ std::vector<std::string> Refill() {
 std::vector<std::string> FillContainer() {
     std::vector<std::string> statements = Refill();
     statements.push_back(std::string("INSERT INTO %q%JobType VALUES ('") + kJobType + "', 'Nightly', '" +
-                         kComponent + "', ''), ('OTHER', 'Other', '" + kComponent + "', '')");
+                         kContainerComponent + "', ''), ('OTHER', 'Other', '" + kContainerComponent +
+                         "', '')");
     statements.push_back(std::string("INSERT INTO %q%applicationstate VALUES ('PRODUCTION', '") +
                          kProductionGuid + "'), ('DEVELOPMENT', '" + kDevelopmentGuid + "')");
     return statements;
@@ -93,7 +93,7 @@ std::vector<std::string> ResetAfter(const std::string& method) {
 }
 
 void RegisterContainerComponent() {
-    RegisterComponent(kComponent, [] { return std::make_shared<NoWorker>(); });
+    RegisterComponent(kContainerComponent, [] { return std::make_shared<NoWorker>(); });
 }
 
 }  // namespace kxjob::bench

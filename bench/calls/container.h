@@ -12,7 +12,10 @@ std::vector<std::string> FillContainer();
 /// Statements that put back what one call of a method uses up, so that the next finds the same again.
 std::vector<std::string> ResetAfter(const std::string& method);
 
-/// Makes the component that the job type names known to this process.
+/// The component of its job types, which does nothing.
+inline constexpr const char* kContainerComponent = "Bench_83.Worker";
+
+/// Makes it known to this process.
 void RegisterContainerComponent();
 
 }  // namespace kxjob::bench

@@ -1,82 +1,32 @@
-#include <sql.h>
-#include <sqlext.h>
-
 #include <array>
-#include <stdexcept>
-#include <string_view>
 
 #include "driver/bare_driver.h"
+#include "driver/odbc_handles.h"
 
 namespace kxjob::bench {
 namespace {
 
-template <SQLSMALLINT type>
-struct Free {
-    void operator()(SQLHANDLE handle) const {
-        if constexpr (type == SQL_HANDLE_DBC) SQLDisconnect(handle);
-        SQLFreeHandle(type, handle);
-    }
-};
-template <SQLSMALLINT type>
-using Handle = std::unique_ptr<void, Free<type>>;
-
-SQLCHAR* Bytes(const std::string& text) {
-    return const_cast<SQLCHAR*>(reinterpret_cast<const SQLCHAR*>(text.data()));
-}
-
-[[noreturn]] void Fail(SQLSMALLINT type, SQLHANDLE handle) {
-    std::array<SQLCHAR, 6> state{};
-    std::array<SQLCHAR, 1024> message{};
-    SQLGetDiagRec(type, handle, 1, state.data(), nullptr, message.data(), message.size(), nullptr);
-    throw std::runtime_error(reinterpret_cast<const char*>(message.data()));
-}
-
-/// What the sessions of the library have in force, where it is not what the server begins with.
-const char* SetUpOf(std::string_view connectionString) {
-    if (connectionString.find("PostgreSQL") != std::string_view::npos) {
-        return "SET lock_timeout = 30000; SET client_min_messages = warning";
-    }
-    return "SET SESSION "
-           "sql_mode='STRICT_ALL_TABLES,NO_ENGINE_SUBSTITUTION,NO_BACKSLASH_ESCAPES,ANSI_QUOTES', "
-           "SESSION wsrep_sync_wait=3, SESSION tx_isolation='READ-COMMITTED'";
-}
-
 class BareOdbc : public BareDriver {
 public:
-    explicit BareOdbc(const std::string& connectionString) {
-        SQLHANDLE handle = SQL_NULL_HANDLE;
-        SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &handle);
-        environment_.reset(handle);
-        SQLSetEnvAttr(handle, SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
-        SQLAllocHandle(SQL_HANDLE_DBC, environment_.get(), &handle);
-        connection_.reset(handle);
-        const SQLRETURN result = SQLDriverConnect(handle, nullptr, Bytes(connectionString), SQL_NTS, nullptr,
-                                                  0, nullptr, SQL_DRIVER_NOPROMPT);
-        if (!SQL_SUCCEEDED(result)) Fail(SQL_HANDLE_DBC, handle);
-        Run({SetUpOf(connectionString)});
-    }
+    explicit BareOdbc(const std::string& connectionString) : connection_(connectionString) {}
 
     std::vector<Cell> Run(const Statement& statement) override {
-        SQLHANDLE handle = SQL_NULL_HANDLE;
-        SQLAllocHandle(SQL_HANDLE_STMT, connection_.get(), &handle);
-        const Handle<SQL_HANDLE_STMT> owner(handle);
+        const OdbcHandle<SQL_HANDLE_STMT> owner = connection_.NewStatement();
+        SQLHANDLE handle = owner.get();
         SQLLEN length = 0;
         if (statement.boundText) {
             length = static_cast<SQLLEN>(statement.boundText->size());
             SQLBindParameter(handle, 1, SQL_PARAM_INPUT, SQL_C_CHAR, SQL_LONGVARCHAR,
-                             statement.boundText->size() + 1, 0, Bytes(*statement.boundText), length,
+                             statement.boundText->size() + 1, 0, OdbcBytes(*statement.boundText), length,
                              &length);
         }
-        Require(SQLExecDirect(handle, Bytes(statement.sql), static_cast<SQLINTEGER>(statement.sql.size())),
-                handle);
+        RequireOdbc(
+            SQLExecDirect(handle, OdbcBytes(statement.sql), static_cast<SQLINTEGER>(statement.sql.size())),
+            handle);
         return ReadRows(handle);
     }
 
 private:
-    static void Require(SQLRETURN result, SQLHANDLE statement) {
-        if (!SQL_SUCCEEDED(result) && result != SQL_NO_DATA) Fail(SQL_HANDLE_STMT, statement);
-    }
-
     std::vector<Cell> ReadRows(SQLHANDLE statement) {
         SQLSMALLINT columns = 0;
         SQLNumResultCols(statement, &columns);
@@ -93,7 +43,7 @@ private:
                 cells.push_back(ReadCell(statement, static_cast<SQLUSMALLINT>(column + 1), types[column]));
             }
         }
-        Require(result, statement);
+        RequireOdbc(result, statement);
         return cells;
     }
 
@@ -104,8 +54,8 @@ private:
             case SQL_INTEGER:
             case SQL_BIGINT: {
                 std::int64_t number = 0;
-                Require(SQLGetData(statement, column, SQL_C_SBIGINT, &number, sizeof number, &length),
-                        statement);
+                RequireOdbc(SQLGetData(statement, column, SQL_C_SBIGINT, &number, sizeof number, &length),
+                            statement);
                 if (length == SQL_NULL_DATA) return {};
                 return number;
             }
@@ -113,8 +63,8 @@ private:
             case SQL_FLOAT:
             case SQL_DOUBLE: {
                 double number = 0;
-                Require(SQLGetData(statement, column, SQL_C_DOUBLE, &number, sizeof number, &length),
-                        statement);
+                RequireOdbc(SQLGetData(statement, column, SQL_C_DOUBLE, &number, sizeof number, &length),
+                            statement);
                 if (length == SQL_NULL_DATA) return {};
                 return number;
             }
@@ -128,7 +78,7 @@ private:
         while (true) {
             const SQLRETURN result = SQLGetData(statement, column, SQL_C_CHAR, buffer_.data(),
                                                 static_cast<SQLLEN>(buffer_.size()), &length);
-            Require(result, statement);
+            RequireOdbc(result, statement);
             if (length == SQL_NULL_DATA) return {};
             if (result != SQL_SUCCESS_WITH_INFO) break;
             text.append(buffer_.data(), buffer_.size() - 1);
@@ -137,8 +87,7 @@ private:
         return text;
     }
 
-    Handle<SQL_HANDLE_ENV> environment_;
-    Handle<SQL_HANDLE_DBC> connection_;
+    OdbcConnection connection_;
     std::array<char, 4096> buffer_{};
 };
 

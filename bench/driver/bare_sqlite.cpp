@@ -1,18 +1,8 @@
-#include <sqlite3.h>
-
-#include <stdexcept>
-
 #include "driver/bare_driver.h"
+#include "driver/sqlite_handles.h"
 
 namespace kxjob::bench {
 namespace {
-
-struct Finalize {
-    void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
-};
-struct Close {
-    void operator()(sqlite3* database) const { sqlite3_close(database); }
-};
 
 Cell ReadCell(sqlite3_stmt* statement, int column) {
     switch (sqlite3_column_type(statement, column)) {
@@ -28,43 +18,28 @@ Cell ReadCell(sqlite3_stmt* statement, int column) {
 
 class BareSqlite : public BareDriver {
 public:
-    explicit BareSqlite(const std::string& file) {
-        sqlite3* opened = nullptr;
-        const int result =
-            sqlite3_open_v2(file.c_str(), &opened, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
-        database_.reset(opened);
-        Require(result == SQLITE_OK);
-        sqlite3_busy_timeout(opened, 30'000);
-        Run({"PRAGMA journal_mode=WAL"});
-        Run({"PRAGMA synchronous=NORMAL"});
-    }
+    explicit BareSqlite(const std::string& file) : database_(OpenSqlite(file)) {}
 
     std::vector<Cell> Run(const Statement& statement) override {
-        sqlite3_stmt* compiled = nullptr;
-        const int length = static_cast<int>(statement.sql.size() + 1);
-        Require(sqlite3_prepare_v2(database_.get(), statement.sql.c_str(), length, &compiled, nullptr) ==
-                SQLITE_OK);
-        const std::unique_ptr<sqlite3_stmt, Finalize> owner(compiled);
+        const SqliteStatement compiled = Compiled(database_.get(), statement.sql);
         if (statement.boundText) {
-            sqlite3_bind_text64(compiled, 1, statement.boundText->data(), statement.boundText->size(),
+            sqlite3_bind_text64(compiled.get(), 1, statement.boundText->data(), statement.boundText->size(),
                                 SQLITE_STATIC, SQLITE_UTF8);
         }
         std::vector<Cell> cells;
-        const int columns = sqlite3_column_count(compiled);
-        int result = sqlite3_step(compiled);
-        for (; result == SQLITE_ROW; result = sqlite3_step(compiled)) {
-            for (int column = 0; column < columns; ++column) cells.push_back(ReadCell(compiled, column));
+        const int columns = sqlite3_column_count(compiled.get());
+        int result = sqlite3_step(compiled.get());
+        for (; result == SQLITE_ROW; result = sqlite3_step(compiled.get())) {
+            for (int column = 0; column < columns; ++column) {
+                cells.push_back(ReadCell(compiled.get(), column));
+            }
         }
-        Require(result == SQLITE_DONE);
+        RequireSqlite(database_.get(), result == SQLITE_DONE);
         return cells;
     }
 
 private:
-    void Require(bool done) const {
-        if (!done) throw std::runtime_error(sqlite3_errmsg(database_.get()));
-    }
-
-    std::unique_ptr<sqlite3, Close> database_;
+    SqliteDatabase database_;
 };
 
 }  // namespace

@@ -18,13 +18,18 @@ class Row:
     def get(self, counter):
         return self.counters.get(counter)
 
-    def misses(self):
-        """Whether the ratio is not what is wanted; None where nothing is."""
-        ratio, at_most, at_least = self.get("ratio"), self.get("at_most"), self.get("at_least")
-        if ratio is None or (at_most is None and at_least is None):
-            return None
-        return (at_most is not None and ratio > at_most) or (at_least is not None and ratio < at_least)
+    def wishes(self):
+        """What is wanted of this row: (text, whether it is so)."""
+        found = []
+        for counter, limit, sign in WISHES:
+            value, wanted = self.get(counter), self.get(limit)
+            if value is not None and wanted is not None:
+                what = "" if counter == "ratio" else counter + " "
+                found.append((f"{what}{sign} {wanted:g}", value <= wanted if sign == "<=" else value >= wanted))
+        return found
 
+
+WISHES = [("ratio", "at_most", "<="), ("ratio", "at_least", ">="), ("bytes_per_row", "bytes_at_most", "<=")]
 
 # Google Benchmark's own.
 OWN_FIGURES = {

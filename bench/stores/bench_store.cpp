@@ -28,11 +28,10 @@ std::string NextQualifier() {
 }  // namespace
 
 BenchStore::BenchStore(const Engine& engine)
-    : engine_(engine), connectionString_(engine.connectionString), qualifier_(NextQualifier()) {
-    if (connectionString_.empty()) {
-        folder_ = NewFolder();
-        connectionString_ = "Driver=SQLite;Database=" + File().string();
-    }
+    : engine_(engine),
+      folder_(NewFolder()),
+      connectionString_(IsFile() ? "Driver=SQLite;Database=" + File() : engine.connectionString),
+      qualifier_(NextQualifier()) {
     Store store = Library();
     store.CreateDatabase();
     store.CreateTables();
@@ -42,18 +41,18 @@ BenchStore::BenchStore(const Engine& engine)
 BenchStore::~BenchStore() {
     try {
         for (const char* table : kTables) {
-            if (folder_.empty()) driver_->Run("DROP TABLE IF EXISTS " + qualifier_ + table);
+            if (!IsFile()) driver_->Run("DROP TABLE IF EXISTS " + qualifier_ + table);
         }
     } catch (const std::exception&) {
         // The servers go with all that they keep.
     }
     driver_.reset();
     std::error_code ignored;
-    if (!folder_.empty()) std::filesystem::remove_all(folder_, ignored);
+    std::filesystem::remove_all(folder_, ignored);
 }
 
 std::unique_ptr<BareDriver> BenchStore::NewDriver() const {
-    return folder_.empty() ? OpenBareOdbc(connectionString_) : OpenBareSqlite(File().string());
+    return IsFile() ? OpenBareSqlite(File()) : OpenBareOdbc(connectionString_);
 }
 
 std::string BenchStore::Qualified(std::string sql) const {

@@ -23,8 +23,11 @@ public:
     const std::string& Connection() const { return connectionString_; }
     DataStoreProvider Provider() const { return engine_.provider; }
     const std::string& Qualifier() const { return qualifier_; }
-    /// The file of a SQLite store.
-    std::filesystem::path File() const { return folder_ / "bench.db"; }
+    /// For files that go with the store.
+    const std::filesystem::path& Folder() const { return folder_; }
+
+    /// Where a SQLite store is.
+    std::string File() const { return (folder_ / "bench.db").string(); }
 
     BareDriver& Driver() { return *driver_; }
     /// One more bare connection.
@@ -38,6 +41,8 @@ public:
     Store Library() const { return {connectionString_, engine_.provider, qualifier_}; }
 
 private:
+    bool IsFile() const { return engine_.connectionString.empty(); }
+
     Engine engine_;
     std::filesystem::path folder_;
     std::string connectionString_;
