@@ -2,12 +2,9 @@
 
 #include <benchmark/benchmark.h>
 
+#include "calls/call_pair.h"
 #include "calls/container.h"
-#include "kxjob/job_helper.h"
 #include "measuring/pair.h"
-#include "measuring/replay.h"
-#include "recording/statement_tap.h"
-#include "stores/bench_store.h"
 #include "support/every_method.h"
 
 namespace kxjob::bench {
@@ -16,60 +13,11 @@ namespace {
 using testing_support::EveryMethod;
 using testing_support::MethodCall;
 
-constexpr int kWarmUp = 3;
-
 /// What a call that sends one statement may take, as a multiple of the driver's time.
 constexpr double kWantedRatio = 1.05;
 
 /// Too short to be timed one by one.
 constexpr int kCallsWithoutStatement = 1000;
-
-/// The same container twice, so that neither side finds its pages changed by the other.
-class CallPair {
-public:
-    CallPair(const Engine& engine, const MethodCall& method)
-        : method_(method), driverStore_(engine), libraryStore_(engine), reset_(ResetAfter(method.name)) {
-        for (const std::string& sql : FillContainer()) {
-            driverStore_.RunBare(sql);
-            libraryStore_.RunByLibrary(sql);
-        }
-        recorded_ = StatementsOf(driverStore_.Connection(), [&] {
-            JobHelper helper;
-            Call(helper, driverStore_);
-        });
-        for (int i = 0; i < kWarmUp && !recorded_.empty(); ++i) {
-            ResetDriver();
-            RunDriver();
-            ResetLibrary();
-            Call(helper_, libraryStore_);
-        }
-    }
-
-    std::size_t StatementCount() const { return recorded_.size(); }
-
-    void ResetDriver() {
-        for (const std::string& sql : reset_) driverStore_.RunBare(sql);
-        replayed_ = WithNewGuids(recorded_);
-    }
-    void RunDriver() { Replay(driverStore_.Driver(), replayed_); }
-    void ResetLibrary() {
-        for (const std::string& sql : reset_) libraryStore_.RunByLibrary(sql);
-    }
-    void RunLibrary() { Call(helper_, libraryStore_); }
-
-private:
-    void Call(JobHelper& helper, const BenchStore& store) {
-        method_.call(helper, store.Connection(), store.Provider(), store.Qualifier());
-    }
-
-    const MethodCall& method_;
-    BenchStore driverStore_;
-    BenchStore libraryStore_;
-    std::vector<std::string> reset_;
-    std::vector<Statement> recorded_;
-    std::vector<Statement> replayed_;
-    JobHelper helper_;
-};
 
 void MeasureWithoutStatement(benchmark::State& state, CallPair& calls) {
     std::vector<double> times;
