@@ -7,6 +7,7 @@
 #include "kxjob/caller_texts.h"
 #include "kxjob/job_helper.h"
 #include "measuring/pair.h"
+#include "measuring/registration.h"
 
 namespace kxjob::bench {
 namespace {
@@ -78,12 +79,9 @@ void RegisterBulk() {
             for (const Road road : {Road::Prepared, Road::Fastest}) {
                 const std::string name = "bulk/" + engine.name + "/" + std::to_string(size.count) +
                                          " items, " + (road == Road::Prepared ? "prepared" : "fastest");
-                benchmark::RegisterBenchmark(name.c_str(),
-                                             [engine, size, road](benchmark::State& state) {
-                                                 MeasureBulk(state, engine, size.count, road);
-                                             })
-                    ->Iterations(size.pairs)
-                    ->UseManualTime();
+                Register(name, size.pairs, [engine, size, road](benchmark::State& state) {
+                    MeasureBulk(state, engine, size.count, road);
+                });
             }
         }
     }

@@ -5,6 +5,7 @@
 #include "calls/call_pair.h"
 #include "calls/container.h"
 #include "measuring/pair.h"
+#include "measuring/registration.h"
 #include "support/every_method.h"
 
 namespace kxjob::bench {
@@ -49,11 +50,8 @@ void RegisterCalls() {
         const bool embedded = engine.connectionString.empty();
         for (const MethodCall& method : EveryMethod()) {
             const std::string name = "call/" + engine.name + "/" + method.name;
-            benchmark::RegisterBenchmark(
-                name.c_str(),
-                [engine, &method](benchmark::State& state) { MeasureCall(state, engine, method); })
-                ->Iterations(embedded ? QuickOr(500, 3000) : QuickOr(100, 1000))
-                ->UseManualTime();
+            Register(name, embedded ? QuickOr(500, 3000) : QuickOr(100, 1000),
+                     [engine, &method](benchmark::State& state) { MeasureCall(state, engine, method); });
         }
     }
 }

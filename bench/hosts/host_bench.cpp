@@ -12,6 +12,7 @@
 #include "kxjob/caller_texts.h"
 #include "kxjob/job_helper.h"
 #include "measuring/pair.h"
+#include "measuring/registration.h"
 #include "stores/bench_store.h"
 #include "stores/rows.h"
 
@@ -141,17 +142,11 @@ void RegisterHosts() {
     for (const Engine& engine : Engines()) {
         const std::string name = "host/" + engine.name + "/";
         for (const int hosts : {1, 2, 4}) {
-            benchmark::RegisterBenchmark(
-                (name + std::to_string(hosts) + " processes").c_str(),
-                [engine, hosts](benchmark::State& state) { MeasureHosts(state, engine, hosts); })
-                ->Iterations(1)
-                ->UseManualTime();
+            Register(name + std::to_string(hosts) + (hosts == 1 ? " process" : " processes"), 1,
+                     [engine, hosts](benchmark::State& state) { MeasureHosts(state, engine, hosts); });
         }
-        benchmark::RegisterBenchmark(
-            (name + "full container").c_str(),
-            [engine](benchmark::State& state) { MeasureFullContainer(state, engine); })
-            ->Iterations(QuickOr(1, 3))
-            ->UseManualTime();
+        Register(name + "full container", QuickOr(1, 3),
+                 [engine](benchmark::State& state) { MeasureFullContainer(state, engine); });
     }
 }
 

@@ -7,6 +7,7 @@
 #include "large/large_bench.h"
 #include "measuring/heap.h"
 #include "measuring/pair.h"
+#include "measuring/registration.h"
 #include "recording/statement_tap.h"
 #include "stores/bench_store.h"
 #include "stores/rows.h"
@@ -82,31 +83,29 @@ void FillContainer(BenchStore& store) {
     AddJobs(store, QuickOr(20'000, 1'000'000), "MEASURED", "COMPLETE");
 }
 
-void Register(const Engine& engine, const std::string& subject, void (*fill)(BenchStore&), Result result,
-              const Call& call) {
-    benchmark::RegisterBenchmark(
-        ("large/" + engine.name + "/" + subject).c_str(),
-        [=](benchmark::State& state) { MeasureRows(state, engine, fill, result, call); })
-        ->Iterations(3)
-        ->UseManualTime();
+void RegisterRows(const Engine& engine, const std::string& subject, void (*fill)(BenchStore&), Result result,
+                  const Call& call) {
+    Register("large/" + engine.name + "/" + subject, 3,
+             [=](benchmark::State& state) { MeasureRows(state, engine, fill, result, call); });
 }
 
 }  // namespace
 
 void RegisterReading() {
     for (const Engine& engine : Engines()) {
-        Register(engine, "GetJobItems", &FillJob, Result::kAllRows,
-                 [](JobHelper& helper, const BenchStore& store) {
-                     return helper.GetJobItems(store.Connection(), store.Provider(), store.Qualifier(), kJob);
-                 });
-        Register(engine, "JobItemsAtState", &FillJob, Result::kFewRows,
-                 [](JobHelper& helper, const BenchStore& store) {
-                     return helper.JobItemsAtState(store.Connection(), store.Qualifier(), kJob);
-                 });
-        Register(engine, "GetJob", &FillContainer, Result::kAllRows,
-                 [](JobHelper& helper, const BenchStore& store) {
-                     return helper.GetJob(store.Connection(), store.Provider(), store.Qualifier());
-                 });
+        RegisterRows(engine, "GetJobItems", &FillJob, Result::kAllRows,
+                     [](JobHelper& helper, const BenchStore& store) {
+                         return helper.GetJobItems(store.Connection(), store.Provider(), store.Qualifier(),
+                                                   kJob);
+                     });
+        RegisterRows(engine, "JobItemsAtState", &FillJob, Result::kFewRows,
+                     [](JobHelper& helper, const BenchStore& store) {
+                         return helper.JobItemsAtState(store.Connection(), store.Qualifier(), kJob);
+                     });
+        RegisterRows(engine, "GetJob", &FillContainer, Result::kAllRows,
+                     [](JobHelper& helper, const BenchStore& store) {
+                         return helper.GetJob(store.Connection(), store.Provider(), store.Qualifier());
+                     });
     }
 }
 

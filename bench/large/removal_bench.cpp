@@ -5,6 +5,7 @@
 #include "kxjob/job_helper.h"
 #include "large/large_bench.h"
 #include "measuring/pair.h"
+#include "measuring/registration.h"
 #include "measuring/replay.h"
 #include "recording/statement_tap.h"
 #include "stores/bench_store.h"
@@ -64,16 +65,10 @@ void FillContainer(BenchStore& store) {
 void RegisterRemoval() {
     for (const Engine& engine : Engines()) {
         const std::string name = "large/" + engine.name + "/";
-        benchmark::RegisterBenchmark(
-            (name + "RemoveJobAndItems").c_str(),
-            [engine](benchmark::State& state) { MeasureOnce(state, engine, &FillJob, &RemoveJob); })
-            ->Iterations(1)
-            ->UseManualTime();
-        benchmark::RegisterBenchmark(
-            (name + "sweep of orphans").c_str(),
-            [engine](benchmark::State& state) { MeasureOnce(state, engine, &FillContainer, &Sweep); })
-            ->Iterations(1)
-            ->UseManualTime();
+        Register(name + "RemoveJobAndItems", 1,
+                 [engine](benchmark::State& state) { MeasureOnce(state, engine, &FillJob, &RemoveJob); });
+        Register(name + "sweep of orphans", 1,
+                 [engine](benchmark::State& state) { MeasureOnce(state, engine, &FillContainer, &Sweep); });
     }
 }
 

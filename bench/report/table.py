@@ -4,17 +4,9 @@
 import sys
 
 import results
+from figures import time_text
 
 HANDLED = {"driver_us", "library_us", "ratio", "ratio_25", "ratio_75", "at_most", "at_least", "bytes_at_most"}
-
-
-def time_text(microseconds):
-    if microseconds is None:
-        return ""
-    for unit, size in (("s", 1e6), ("ms", 1e3), ("us", 1)):
-        if microseconds >= size:
-            return f"{microseconds / size:.3g} {unit}"
-    return f"{microseconds * 1000:.3g} ns"
 
 
 def wanted_text(row):
@@ -41,6 +33,7 @@ def main():
               f"{time_text(row.get('library_us')):>9}  {ratio_text(row):<24} {wanted_text(row):<16} {row.error or others}".rstrip())
     wishes = [met for row in rows for _, met in row.wishes()]
     print(f"\n{wishes.count(False)} of {len(wishes)} wishes are not met")
+    return 1 if any(row.error for row in rows) else 0
 
 
-main()
+sys.exit(main())

@@ -3,12 +3,13 @@
 #include <benchmark/benchmark.h>
 
 #include <functional>
+#include <future>
 #include <memory>
-#include <thread>
 
 #include "calls/container.h"
 #include "kxjob/job_helper.h"
 #include "measuring/pair.h"
+#include "measuring/registration.h"
 #include "measuring/replay.h"
 #include "recording/statement_tap.h"
 #include "stores/bench_store.h"
@@ -50,29 +51,29 @@ void MeasureNext(benchmark::State& state, const Engine& engine, int jobs, const 
     state.counters["us_per_job"] = state.counters["library_us"].value / jobs;
 }
 
-void OnThreads(const std::function<void(int)>& work) {
-    std::vector<std::thread> threads;
-    for (int i = 0; i < kCallers; ++i) threads.emplace_back(work, i);
-    for (std::thread& thread : threads) thread.join();
+void OnThreads(const std::function<void()>& work) {
+    std::vector<std::future<void>> callers;
+    for (int i = 0; i < kCallers; ++i) callers.push_back(std::async(std::launch::async, work));
+    for (std::future<void>& caller : callers) caller.get();
 }
 
 /// Opening the connections counts on both sides: a new thread has none.
 void MeasureCallers(benchmark::State& state, const Engine& engine) {
-    constexpr int kCalls = 10;
-    constexpr int kJobs = 1000;
+    const int calls = QuickOr(2, 5);
+    const int jobs = QuickOr(100, 1000);
     BenchStore store(engine);
-    Fill(store, kJobs, "RUNNING");
+    Fill(store, jobs, "RUNNING");
     const std::vector<Statement> statements = Recorded(store);
-    const auto byDriver = [&](int /*caller*/) {
+    const auto byDriver = [&] {
         const std::unique_ptr<BareDriver> driver = store.NewDriver();
-        for (int i = 0; i < kCalls; ++i) Replay(*driver, statements);
+        for (int i = 0; i < calls; ++i) Replay(*driver, statements);
     };
-    const auto byLibrary = [&](int /*caller*/) {
+    const auto byLibrary = [&] {
         JobHelper helper;
-        for (int i = 0; i < kCalls; ++i) AskForNextJob(helper, store);
+        for (int i = 0; i < calls; ++i) AskForNextJob(helper, store);
     };
     MeasurePair(state, {.driver = [&] { OnThreads(byDriver); }, .library = [&] { OnThreads(byLibrary); }});
-    state.counters["calls"] = kCallers * kCalls;
+    state.counters["calls"] = kCallers * calls;
 }
 
 }  // namespace
@@ -82,17 +83,13 @@ void RegisterScheduling() {
         const std::string name = "next/" + engine.name + "/";
         for (const int jobs : {10, 1000, QuickOr(5000, 50'000)}) {
             for (const std::string state : {"QUEUED", "RUNNING"}) {
-                benchmark::RegisterBenchmark(
-                    (name + std::to_string(jobs) + " " + state).c_str(),
-                    [engine, jobs, state](benchmark::State& run) { MeasureNext(run, engine, jobs, state); })
-                    ->Iterations(jobs > 1000 ? 5 : QuickOr(20, 100))
-                    ->UseManualTime();
+                Register(
+                    name + std::to_string(jobs) + " " + state, jobs > 1000 ? 5 : QuickOr(20, 100),
+                    [engine, jobs, state](benchmark::State& run) { MeasureNext(run, engine, jobs, state); });
             }
         }
-        benchmark::RegisterBenchmark((name + "100 callers").c_str(),
-                                     [engine](benchmark::State& state) { MeasureCallers(state, engine); })
-            ->Iterations(QuickOr(1, 3))
-            ->UseManualTime();
+        Register(name + "100 callers", QuickOr(1, 3),
+                 [engine](benchmark::State& state) { MeasureCallers(state, engine); });
     }
 }
 
