@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Writes the figures into a page, between its lines <!-- figures NAME --> and <!-- end -->; the text around them is
 written by hand. A part of which nothing was measured stays as it is.
-usage: page.py RESULTS.json COUNTS.json PAGE.md"""
+usage: page.py FOLDER PAGE.md    FOLDER holds results.json, and counts.json and windows.json where there are any"""
 
 import json
 import pathlib
@@ -71,6 +71,11 @@ def hosts(rows):
     return table(head(rows, "hosts", [": items a second", ": statements an item", ": ratio"]), by_engine(rows, cells, 3))
 
 
+def bound(rows):
+    lines = [[row.subject, time_text(row.get("driver_us")), time_text(row.get("library_us")), marked(row)] for row in rows]
+    return table(["call", "native", "this way", "ratio"], lines)
+
+
 def counts(methods):
     lines = []
     for method, sides in methods.items():
@@ -90,7 +95,8 @@ def run(context):
 
 def parts(rows, context, methods):
     """The text of every part that was measured."""
-    kinds = {"call": calls, "bulk": paired("items, base"), "large": paired("call"), "next": paired("jobs"), "host": hosts}
+    kinds = {"call": calls, "bulk": paired("items, base"), "large": paired("call"), "next": paired("jobs"),
+             "host": hosts, "com": bound}
     made = {"run": run(context)}
     for kind, make in kinds.items():
         if of_kind := [row for row in rows if row.kind == kind]:
@@ -103,10 +109,12 @@ def parts(rows, context, methods):
 
 
 def main():
-    rows, context = results.read(sys.argv[1])
-    counted = pathlib.Path(sys.argv[2])
+    folder, page = pathlib.Path(sys.argv[1]), pathlib.Path(sys.argv[2])
+    rows, context = results.read(folder / "results.json")
+    if (folder / "windows.json").exists():
+        rows += results.read(folder / "windows.json")[0]
+    counted = folder / "counts.json"
     methods = json.loads(counted.read_text(encoding="utf-8")) if counted.exists() else {}
-    page = pathlib.Path(sys.argv[3])
     text = page.read_text(encoding="utf-8")
     for name, figures in parts(rows, context, methods).items():
         place = re.compile(rf"(<!-- figures {name} -->\n).*?(\n<!-- end -->)", re.DOTALL)

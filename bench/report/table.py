@@ -22,7 +22,8 @@ def ratio_text(row):
 
 def main():
     rows, context = results.read(sys.argv[1])
-    print(f"load when it began: {context['load_avg'][0]:.1f} on {context['num_cpus']} processors")
+    if context:
+        print(f"load when it began: {context['load_avg'][0]:.1f} on {context['num_cpus']} processors")
     kind = None
     for row in rows:
         if row.kind != kind:
