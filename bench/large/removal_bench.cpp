@@ -1,6 +1,7 @@
 #include <benchmark/benchmark.h>
 
-#include <functional>
+#include <memory>
+#include <stdexcept>
 
 #include "kxjob/job_helper.h"
 #include "large/large_bench.h"
@@ -28,47 +29,83 @@ void Sweep(JobHelper& helper, const BenchStore& store) {
                                            "{00000000-0000-0000-0000-000000000000}", kState);
 }
 
-/// Once: what is removed has gone. The statements are recorded on a store that is filled alike.
-void MeasureOnce(benchmark::State& state, const Engine& engine, void (*fill)(BenchStore&),
-                 void (*call)(JobHelper&, const BenchStore&)) {
+/// How many items and jobs there are.
+std::vector<Cell> Rows(BenchStore& store) {
+    return store.Driver().Run(Statement{
+        store.Qualified("SELECT (SELECT COUNT(*) FROM %q%JobItem), (SELECT COUNT(*) FROM %q%job)")});
+}
+
+/// What is removed, and by whom.
+struct Removal {
+    void (*fill)(BenchStore&);
+    /// As much of it as the statements depend on.
+    void (*fillToRecord)(BenchStore&);
+    void (*call)(JobHelper&, const BenchStore&);
+};
+
+void MeasureRemoval(benchmark::State& state, const Engine& engine, const Removal& removal) {
     BenchStore driverStore(engine);
     BenchStore libraryStore(engine);
-    fill(driverStore);
+    removal.fillToRecord(driverStore);
+    removal.fillToRecord(libraryStore);
     const std::vector<Statement> recorded = StatementsOf(driverStore.Connection(), [&] {
         JobHelper helper;
-        call(helper, driverStore);
+        removal.call(helper, driverStore);
     });
-    const std::vector<Statement> statements = WithNewGuids(recorded);
+    // Like the library's, it is not the connection that fills the store.
+    const std::unique_ptr<BareDriver> driver = driverStore.NewDriver();
+    std::vector<Statement> statements;
+    const auto beforeDriver = [&] {
+        removal.fill(driverStore);
+        statements = WithNewGuids(recorded);
+    };
     JobHelper helper;
-    MeasurePair(state, {.beforeDriver = [&] { fill(driverStore); },
-                        .driver = [&] { Replay(driverStore.Driver(), statements); },
-                        .beforeLibrary = [&] { fill(libraryStore); },
-                        .library = [&] { call(helper, libraryStore); }});
-    state.counters["statements"] = static_cast<double>(statements.size());
+    MeasurePair(state, {.beforeDriver = beforeDriver,
+                        .driver = [&] { Replay(*driver, statements); },
+                        .beforeLibrary = [&] { removal.fill(libraryStore); },
+                        .library = [&] { removal.call(helper, libraryStore); }});
+    if (Rows(driverStore) != Rows(libraryStore)) {
+        throw std::runtime_error("the library leaves other rows than its statements");
+    }
+    state.counters["statements"] = static_cast<double>(recorded.size());
 }
+
+void FillNothing(BenchStore& /*store*/) {}
 
 void FillJob(BenchStore& store) {
     AddItems(store, kJob, QuickOr(20'000, 1'000'000), "COMPLETE");
 }
 
-void FillContainer(BenchStore& store) {
+std::vector<std::string> OnlyJobs(BenchStore& store) {
     store.RunBare("DELETE FROM %q%job");
-    const int jobs = QuickOr(2'000, 100'000);
-    const std::vector<std::string> guids = AddJobs(store, jobs, "MEASURED", "COMPLETE");
-    constexpr int kOrphans = 1000;
-    AddItems(store, kJob, kOrphans, "COMPLETE");
-    AddItems(store, guids.front(), jobs, "COMPLETE");
+    return AddJobs(store, QuickOr(2'000, 100'000), "MEASURED", "COMPLETE");
 }
+
+void FillJobs(BenchStore& store) {
+    OnlyJobs(store);
+}
+
+void FillContainer(BenchStore& store) {
+    const std::vector<std::string> jobs = OnlyJobs(store);
+    constexpr int kOrphans = 1000;
+    store.RunBare("DELETE FROM %q%JobItem");
+    AddItems(store, kJob, kOrphans, "COMPLETE");
+    AddItems(store, jobs.front(), static_cast<int>(jobs.size()), "COMPLETE");
+}
+
+constexpr Removal kJobRemoval = {&FillJob, &FillNothing, &RemoveJob};
+constexpr Removal kSweep = {&FillContainer, &FillJobs, &Sweep};
 
 }  // namespace
 
 void RegisterRemoval() {
+    const int pairs = QuickOr(3, 1);  // filling a store takes longer than emptying it
     for (const Engine& engine : Engines()) {
         const std::string name = "large/" + engine.name + "/";
-        Register(name + "RemoveJobAndItems", 1,
-                 [engine](benchmark::State& state) { MeasureOnce(state, engine, &FillJob, &RemoveJob); });
-        Register(name + "sweep of orphans", 1,
-                 [engine](benchmark::State& state) { MeasureOnce(state, engine, &FillContainer, &Sweep); });
+        Register(name + "RemoveJobAndItems", pairs,
+                 [engine](benchmark::State& state) { MeasureRemoval(state, engine, kJobRemoval); });
+        Register(name + "sweep of orphans", pairs,
+                 [engine](benchmark::State& state) { MeasureRemoval(state, engine, kSweep); });
     }
 }
 
