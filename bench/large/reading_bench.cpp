@@ -85,7 +85,7 @@ void FillContainer(BenchStore& store) {
 
 void RegisterRows(const Engine& engine, const std::string& subject, void (*fill)(BenchStore&), Result result,
                   const Call& call) {
-    Register("large/" + engine.name + "/" + subject, 3,
+    Register("large/" + engine.name + "/" + subject, QuickOr(7, 3),
              [=](benchmark::State& state) { MeasureRows(state, engine, fill, result, call); });
 }
 

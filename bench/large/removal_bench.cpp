@@ -99,7 +99,7 @@ constexpr Removal kSweep = {&FillContainer, &FillJobs, &Sweep};
 }  // namespace
 
 void RegisterRemoval() {
-    const int pairs = QuickOr(3, 1);  // filling a store takes longer than emptying it
+    const int pairs = QuickOr(5, 1);  // filling a store takes longer than emptying it
     for (const Engine& engine : Engines()) {
         const std::string name = "large/" + engine.name + "/";
         Register(name + "RemoveJobAndItems", pairs,
