@@ -23,13 +23,20 @@ public:
     void AddRow(std::vector<Value> cells);
     /// For readers that fill cell by cell: appends the next cell; a row is complete after `Columns()` of
     /// them.
-    void AddCell(Value cell) { cells_.push_back(std::move(cell)); }
+    void AddCell(Value cell) {
+        if (pieces_.empty() || pieces_.back().size() == kPiece) BeginPiece();
+        pieces_.back().push_back(std::move(cell));
+    }
 
     friend bool operator==(const RowArray&, const RowArray&) = default;
 
 private:
+    static constexpr std::size_t kPiece = 1024;
+
+    void BeginPiece();
+
     std::int32_t columns_;
-    std::vector<Value> cells_;  // row after row
+    std::vector<std::vector<Value>> pieces_;  // row after row: no cell moves when more are added
 };
 
 /// A general array: any number of dimensions, each with its own lower bound.

@@ -21,21 +21,30 @@ void RequireSound(const Array::Dimension& dimension) {
 }  // namespace
 
 std::int32_t RowArray::Rows() const {
-    return columns_ == 0 ? 0 : static_cast<std::int32_t>(cells_.size() / static_cast<std::size_t>(columns_));
+    if (columns_ == 0 || pieces_.empty()) return 0;
+    const std::size_t cells = (pieces_.size() - 1) * kPiece + pieces_.back().size();
+    return static_cast<std::int32_t>(cells / static_cast<std::size_t>(columns_));
 }
 
 const Value& RowArray::Cell(std::int32_t column, std::int32_t row) const {
     if (column < 0 || column >= columns_ || row < 0 || row >= Rows()) {
         RaiseRuntimeError(error_number::kSubscriptOutOfRange);
     }
-    return cells_[static_cast<std::size_t>(row) * static_cast<std::size_t>(columns_) +
-                  static_cast<std::size_t>(column)];
+    const std::size_t place =
+        static_cast<std::size_t>(row) * static_cast<std::size_t>(columns_) + static_cast<std::size_t>(column);
+    return pieces_[place / kPiece][place % kPiece];
 }
 
 void RowArray::AddRow(std::vector<Value> cells) {
     if (cells.size() != static_cast<std::size_t>(columns_))
         RaiseRuntimeError(error_number::kSubscriptOutOfRange);
     for (Value& cell : cells) AddCell(std::move(cell));
+}
+
+/// The first piece grows with its cells: most results are small.
+void RowArray::BeginPiece() {
+    std::vector<Value>& piece = pieces_.emplace_back();
+    if (pieces_.size() > 1) piece.reserve(kPiece);
 }
 
 Array::Array(std::vector<Dimension> dimensions) : dimensions_(std::move(dimensions)) {

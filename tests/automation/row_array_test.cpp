@@ -55,6 +55,19 @@ TEST(RowArray, RefusesARowOfAnotherLengthAndStaysAsItWas) {
     EXPECT_EQ(rows, TwoRowsOfThree());
 }
 
+TEST(RowArray, FindsEveryCellOfManyRows) {
+    constexpr std::int32_t kRows = 5000;
+    RowArray rows(3);
+    for (std::int32_t row = 0; row < kRows; ++row) rows.AddRow({row, "text", -row});
+
+    ASSERT_EQ(rows.Rows(), kRows);
+    for (std::int32_t row = 0; row < kRows; ++row) {
+        ASSERT_EQ(rows.Cell(0, row), Value(row));
+        ASSERT_EQ(rows.Cell(2, row), Value(-row));
+    }
+    EXPECT_EQ(NumberOf([&] { static_cast<void>(rows.Cell(0, kRows)); }), kSubscriptOutOfRange);
+}
+
 TEST(RowArray, CompletesARowWithItsLastCell) {
     RowArray rows(2);
     rows.AddCell("a");
