@@ -13,8 +13,24 @@ struct FinalizeSqliteStatement {
     void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
 };
 
+/// A statement that is kept can run again.
+struct LetGoOfSqliteStatement {
+    bool isKept = false;
+
+    void operator()(sqlite3_stmt* statement) const {
+        if (!isKept) {
+            sqlite3_finalize(statement);
+            return;
+        }
+        sqlite3_reset(statement);
+        sqlite3_clear_bindings(statement);
+    }
+};
+
 /// Closed when it goes; an open transaction is rolled back.
 using SqliteDatabase = std::unique_ptr<sqlite3, CloseSqliteDatabase>;
 using SqliteStatement = std::unique_ptr<sqlite3_stmt, FinalizeSqliteStatement>;
+/// While it lives, the statement's locks are held.
+using RunningStatement = std::unique_ptr<sqlite3_stmt, LetGoOfSqliteStatement>;
 
 }  // namespace kxjob

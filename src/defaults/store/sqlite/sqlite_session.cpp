@@ -14,6 +14,9 @@
 namespace kxjob {
 namespace {
 
+/// More are dropped all at once: only statements that never come again make so many.
+constexpr std::size_t kMostKept = 64;
+
 Value WholeNumber(sqlite3_int64 number) {
     if (std::in_range<std::int32_t>(number)) return static_cast<std::int32_t>(number);
     return static_cast<std::int64_t>(number);
@@ -70,7 +73,7 @@ void SqliteSession::Execute(const std::string& sql) {
 
 Value SqliteSession::Query(const std::string& sql) {
     RequireFileInPlace();
-    const SqliteStatement statement = Prepare(sql);
+    const RunningStatement statement = Ready(sql);
     if (!Step(statement.get())) return {};
     const int columns = sqlite3_column_count(statement.get());
     RowArray rows(columns);
@@ -148,6 +151,37 @@ SqliteStatement SqliteSession::Prepare(const std::string& sql) {
     return statement;
 }
 
+SqliteStatement SqliteSession::PrepareShape() {
+    const std::string& text = shape_.Text();
+    sqlite3_stmt* prepared = nullptr;
+    const char* rest = nullptr;
+    const int result = sqlite3_prepare_v3(database_.get(), text.c_str(), static_cast<int>(text.size() + 1),
+                                          SQLITE_PREPARE_PERSISTENT, &prepared, &rest);
+    SqliteStatement statement(prepared);
+    const bool isAlone = result == SQLITE_OK && *rest == '\0';
+    return isAlone ? std::move(statement) : nullptr;
+}
+
+RunningStatement SqliteSession::Ready(const std::string& sql) {
+    if (!shape_.Read(sql)) return {Prepare(sql).release(), {.isKept = false}};
+    auto known = kept_.find(shape_.Text());
+    if (known == kept_.end()) {
+        SqliteStatement statement = PrepareShape();
+        if (statement == nullptr) return {Prepare(sql).release(), {.isKept = false}};
+        if (kept_.size() == kMostKept) kept_.clear();
+        known = kept_.emplace(shape_.Text(), std::move(statement)).first;
+    }
+    RunningStatement running(known->second.get(), {.isKept = true});
+    int place = 0;
+    for (const SqlLiteral& literal : shape_.Literals()) Bind(running.get(), ++place, literal);
+    return running;
+}
+
+void SqliteSession::Bind(sqlite3_stmt* statement, int place, const SqlLiteral& literal) {
+    if (literal.isText) return Bind(statement, place, literal.text);
+    if (sqlite3_bind_int64(statement, place, literal.number) != SQLITE_OK) RaiseLatest(SqliteStage::Running);
+}
+
 void SqliteSession::Bind(sqlite3_stmt* statement, int place, std::string_view text) {
     const int result =
         sqlite3_bind_text64(statement, place, text.data(), text.size(), SQLITE_STATIC, SQLITE_UTF8);
@@ -163,7 +197,7 @@ bool SqliteSession::Step(sqlite3_stmt* statement) {
 }
 
 void SqliteSession::Run(const std::string& sql) {
-    const SqliteStatement statement = Prepare(sql);
+    const RunningStatement statement = Ready(sql);
     while (Step(statement.get())) {
     }
 }

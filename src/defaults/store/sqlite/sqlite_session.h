@@ -4,16 +4,18 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 
 #include "defaults/store/session.h"
 #include "defaults/store/sqlite/sqlite_error.h"
 #include "defaults/store/sqlite/sqlite_handles.h"
+#include "defaults/store/statement_shape.h"
 
 namespace kxjob {
 
 /// A session on a SQLite database file. Takes exactly one statement a call. A file that was moved or deleted
 /// under the session is an error before the statement runs: SQLite would go on writing where nobody looks any
-/// more.
+/// more. Statements that differ only in literals are prepared once.
 class SqliteSession : public Session {
 public:
     static constexpr std::chrono::milliseconds kPatience{30000};
@@ -37,6 +39,11 @@ private:
     void RequireFileInPlace();
     void RequireNothingMore(const char* rest);
     SqliteStatement Prepare(const std::string& sql);
+    /// Null when it cannot be prepared as it stands.
+    SqliteStatement PrepareShape();
+    /// A statement that is ready to run, its literals bound; to be let go of before `sql` goes.
+    RunningStatement Ready(const std::string& sql);
+    void Bind(sqlite3_stmt* statement, int place, const SqlLiteral& literal);
     void Bind(sqlite3_stmt* statement, int place, std::string_view text);
     /// Whether there is a row.
     bool Step(sqlite3_stmt* statement);
@@ -45,6 +52,8 @@ private:
     [[noreturn]] void RaiseLatest(SqliteStage stage);
 
     SqliteDatabase database_;
+    StatementShape shape_;                                   // of the latest statement
+    std::unordered_map<std::string, SqliteStatement> kept_;  // by the text of their shape
     bool lost_ = false;
 };
 

@@ -1,0 +1,169 @@
+#include "defaults/store/statement_shape.h"
+
+#include <charconv>
+#include <cstddef>
+#include <optional>
+#include <utility>
+
+#include "automation/letter_case.h"
+
+namespace kxjob {
+namespace {
+
+/// Of a longer one the preparation is not what costs.
+constexpr std::size_t kLongest = 4096;
+constexpr std::size_t kMostLiterals = 32;
+constexpr std::size_t kSurelyFitting = 18;  // digits of a number of 64 bits
+
+bool IsDigit(char character) {
+    return character >= '0' && character <= '9';
+}
+
+bool BeginsName(char character) {
+    return (character >= 'A' && character <= 'Z') || (character >= 'a' && character <= 'z') ||
+           character == '_' || static_cast<unsigned char>(character) >= 0x80;
+}
+
+bool ContinuesName(char character) {
+    return BeginsName(character) || IsDigit(character) || character == '$';
+}
+
+/// The character that ends what is quoted; 0 when nothing is.
+char ClosingQuote(char opening) {
+    switch (opening) {
+        case '\'':
+        case '"':
+        case '`': return opening;
+        case '[': return ']';
+        default: return '\0';
+    }
+}
+
+/// Goes through a statement from left to right, and gives a piece at a time.
+class Pieces {
+public:
+    explicit Pieces(std::string_view sql) : sql_(sql) {}
+
+    bool AtEnd() const { return place_ == sql_.size(); }
+    char Next() const { return At(place_); }
+    char Behind() const { return At(place_ + 1); }
+    std::string_view One() { return Until(place_ + 1); }
+    std::string_view Name() {
+        std::size_t end = place_;
+        while (ContinuesName(At(end))) ++end;
+        return Until(end);
+    }
+    std::string_view Number() {
+        std::size_t end = place_;
+        while (ContinuesName(At(end)) || At(end) == '.' || IsSignOfExponent(end)) ++end;
+        return Until(end);
+    }
+    /// With its quotes; a doubled one is none. Empty when it does not end.
+    std::string_view Quoted() {
+        const char closing = ClosingQuote(Next());
+        std::size_t end = place_ + 1;
+        for (;; end += 2) {
+            end = sql_.find(closing, end);
+            if (end == std::string_view::npos) return {};
+            if (closing == ']' || At(end + 1) != closing) return Until(end + 1);
+        }
+    }
+
+private:
+    char At(std::size_t place) const { return place < sql_.size() ? sql_[place] : '\0'; }
+    bool IsSignOfExponent(std::size_t place) const {
+        return (At(place) == '+' || At(place) == '-') && (At(place - 1) == 'e' || At(place - 1) == 'E');
+    }
+    std::string_view Until(std::size_t end) {
+        const std::string_view piece = sql_.substr(place_, end - place_);
+        place_ = end;
+        return piece;
+    }
+
+    std::string_view sql_;
+    std::size_t place_ = 0;
+};
+
+std::optional<SqlLiteral> TextLiteral(std::string_view quoted) {
+    const std::string_view text = quoted.substr(1, quoted.size() - 2);
+    if (text.find('\'') != std::string_view::npos) return std::nullopt;
+    return SqlLiteral{.isText = true, .text = text};
+}
+
+std::optional<SqlLiteral> NumberLiteral(std::string_view digits) {
+    SqlLiteral literal;
+    const auto [end, problem] = std::from_chars(digits.data(), digits.data() + digits.size(), literal.number);
+    const bool isWhole = problem == std::errc() && end == digits.data() + digits.size();
+    if (!isWhole || digits.size() > kSurelyFitting) return std::nullopt;
+    return literal;
+}
+
+/// What the words so far say of a statement.
+class Words {
+public:
+    /// False when the statement is of no kind to take apart.
+    bool Add(std::string_view word) {
+        const bool isFirst = std::exchange(isBefore_, false);
+        if (isFirst && !Is(word, "select") && !Is(word, "insert") && !Is(word, "update") &&
+            !Is(word, "delete"))
+            return false;
+        if (Is(word, "select") || Is(word, "order") || Is(word, "over")) numbersAreValues_ = false;
+        return true;
+    }
+    bool NumbersAreValues() const { return numbersAreValues_; }
+
+private:
+    static bool Is(std::string_view word, std::string_view keyword) {
+        return word.size() == keyword.size() && FoldedCase(word) == keyword;
+    }
+
+    bool isBefore_ = true;
+    bool numbersAreValues_ = true;
+};
+
+/// Where a comment, a parameter or something unknown begins.
+bool IsObscure(char next, char behind) {
+    constexpr std::string_view kParameters = "?:@$#\\";
+    if ((next == '-' && behind == '-') || (next == '/' && behind == '*') || next == '\0') return true;
+    return kParameters.find(next) != std::string_view::npos;
+}
+
+}  // namespace
+
+bool StatementShape::Read(std::string_view sql) {
+    text_.clear();
+    literals_.clear();
+    if (sql.size() > kLongest) return false;
+    Words words;
+    for (Pieces pieces(sql); !pieces.AtEnd();) {
+        const char next = pieces.Next();
+        std::optional<SqlLiteral> literal;
+        std::string_view piece;
+        if (BeginsName(next)) {
+            piece = pieces.Name();
+            if (!words.Add(piece)) return false;
+            if ((piece == "x" || piece == "X") && !pieces.AtEnd() && pieces.Next() == '\'') return false;
+        } else if (IsDigit(next) || (next == '.' && IsDigit(pieces.Behind()))) {
+            piece = pieces.Number();
+            if (words.NumbersAreValues()) literal = NumberLiteral(piece);
+        } else if (ClosingQuote(next) != '\0') {
+            piece = pieces.Quoted();
+            if (piece.empty()) return false;
+            if (next == '\'') literal = TextLiteral(piece);
+        } else if (IsObscure(next, pieces.Behind())) {
+            return false;
+        } else {
+            piece = pieces.One();
+        }
+        if (literal) {
+            if (literals_.size() == kMostLiterals) return false;
+            literals_.push_back(*literal);
+            text_ += '?';
+        } else {
+            text_ += piece;
+        }
+    }
+    return true;
+}
+
+}  // namespace kxjob
