@@ -17,7 +17,7 @@ constexpr std::array<string_view, 1> kPostgreSqlSetUp = {
     "SET lock_timeout = 30000; SET client_min_messages = warning"};
 constexpr string_view kPostgreSqlNow =
     R"(SELECT to_char(clock_timestamp() AT TIME ZONE 'UTC', 'YYYY-MM-DD"T"HH24:MI:SS.MS"Z"'))";
-constexpr BatchForm kPostgreSqlBatch = {.transaction = false, .joined = true, .between = ";\n"};
+constexpr BatchForm kPostgreSqlBatch = {.transaction = false, .joined = true, .rows = true, .between = ";\n"};
 constexpr std::array kPostgreSqlErrors = {
     ErrorRule{.state = "42P01", .meaning = "42S02"},  // no such table
     ErrorRule{.state = "42703", .meaning = "42S22"},  // no such column
@@ -43,6 +43,7 @@ constexpr string_view kMariaDbNow =
 constexpr BatchForm kMariaDbBatch = {
     .transaction = false,
     .joined = true,
+    .rows = true,
     .before =
         "BEGIN NOT ATOMIC\n"
         "DECLARE EXIT HANDLER FOR SQLEXCEPTION BEGIN ROLLBACK; RESIGNAL; END;\n"

@@ -23,6 +23,7 @@ struct ErrorRule {
 struct BatchForm {
     bool transaction = true;  // it has to be put around the batch; else the exchange itself is one
     bool joined = false;      // all statements go in one exchange, with these texts around and between them
+    bool rows = false;        // INSERTs of one row each become one of many rows, which does the same
     std::string_view before = {};
     std::string_view between = {};
     std::string_view after = {};

@@ -6,6 +6,7 @@
 
 #include "automation/letter_case.h"
 #include "defaults/store/data_access_error.h"
+#include "defaults/store/insert_rows.h"
 #include "defaults/store/odbc/odbc_statement.h"
 #include "defaults/text/standard_sql_formatter.h"
 #include "kxjob/automation_error.h"
@@ -97,7 +98,11 @@ void OdbcSession::RunBatch(std::span<const std::string> statements) {
     if (statements.empty()) return;
     if (!connection_.Engine().batch.joined) return RunOneByOne(statements);
     try {
-        RunJoined(statements);
+        if (connection_.Engine().batch.rows) {
+            RunJoined(WithRowsJoined(statements));
+        } else {
+            RunJoined(statements);
+        }
     } catch (const AutomationError& error) {
         const std::optional<std::size_t> place = FailingPlace(statements, error);
         if (!place) throw;
@@ -107,6 +112,7 @@ void OdbcSession::RunBatch(std::span<const std::string> statements) {
 
 void OdbcSession::RunJoined(std::span<const std::string> statements) {
     const BatchForm& form = connection_.Engine().batch;
+    if (!form.transaction && statements.size() == 1) return Execute(statements.front());
     if (!form.transaction) return Execute(Joined(form, statements));
     Transaction transaction(connection_);
     Execute(Joined(form, statements));
