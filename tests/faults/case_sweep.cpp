@@ -68,31 +68,43 @@ void CaseSweep::MeetEveryCall(const StoreFault& fault) {
     for (int call = 1; call <= static_cast<int>(calls_.size()); ++call) {
         if (!fault.fails(UseOf(call))) continue;
         hasMet = true;
-        fault.prepare();
-        const FaultRun run = StrikeAt(call, fault.strike);
-        fault.mend();
-        Faults faults = WhatIsWrong(run, call);
-        const std::string description = run.raised ? FailedCall(run.events)->error->Description() : "";
-        if (std::none_of(fault.states.begin(), fault.states.end(),
-                         [&](const std::string& state) { return description.starts_with(state); }) ||
-            run.raised->Number() != kStatementFailed) {
-            faults.push_back("another error: " + description);
-        }
-        table_.Count(fault.name, faults.empty());
-        Report(faults, fault.name + " at call " + std::to_string(call));
+        int writesBefore = 0;
+        while (MeetCall(fault, call, writesBefore) && fault.isGradual) ++writesBefore;
     }
     if (hasMet || calls_.empty() || !fault.isOverWhenMended) return;
     fault.prepare();
-    const FaultRun run = StrikeAt(1, fault.strike);
+    const FaultRun run = StrikeAt(1, [&] { fault.strike(0); });
     fault.mend();
     Report(WhatIsWrongWithoutFault(run), fault.name + ", which must not matter");
+}
+
+bool CaseSweep::MeetCall(const StoreFault& fault, int call, int writesBefore) {
+    fault.prepare();
+    const FaultRun run = StrikeAt(call, [&] { fault.strike(writesBefore); });
+    fault.mend();
+    if (writesBefore > 0 && NumberOfFailed(run.events) != call) {  // it had all the room that it needs
+        world_.Restore(given_);
+        return false;
+    }
+    Faults faults = WhatIsWrong(run, call);
+    const JournalEvent* failed = FailedCall(run.events);
+    const std::string description = failed == nullptr ? "none" : failed->error->Description();
+    if (std::none_of(fault.states.begin(), fault.states.end(),
+                     [&](const std::string& state) { return description.starts_with(state); }) ||
+        failed == nullptr || failed->error->Number() != kStatementFailed) {
+        faults.push_back("another error: " + description);
+    }
+    table_.Count(fault.name, faults.empty());
+    Report(faults, fault.name + " at call " + std::to_string(call) + " after " +
+                       std::to_string(writesBefore) + " writes");
+    return true;
 }
 
 void CaseSweep::TakeTheStoreFromOtherCalls(const StoreFault& fault) {
     bool isAway = false;
     const FaultRun run = world_.Perform(given_, [&](int number, const JournalEvent&) {
         const bool shallBeAway = UseOf(number) == StoreUse::None;
-        if (shallBeAway != isAway) (shallBeAway ? fault.strike : fault.mend)();
+        if (shallBeAway != isAway) shallBeAway ? fault.strike(0) : fault.mend();
         isAway = shallBeAway;
     });
     if (isAway) fault.mend();

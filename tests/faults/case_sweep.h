@@ -20,7 +20,8 @@ public:
 
     /// The collaborator raises an error instead of what it does.
     void FailEveryCall();
-    /// Every call that the fault fails is met by it. Where there is none, the case must not notice it.
+    /// Every call that the fault fails is met by it, a gradual one after each write of the call. Where there
+    /// is none, the case must not notice it.
     void MeetEveryCall(const StoreFault& fault);
     /// Calls that are not said to use the store do without it.
     void TakeTheStoreFromOtherCalls(const StoreFault& fault);
@@ -36,6 +37,8 @@ private:
     Faults WhatIsWrongWithoutFault(const FaultRun& run);
     Faults WhatIsLeft(const FaultRun& run);
     StoreUse UseOf(int call) const { return uses_.at(static_cast<std::size_t>(call) - 1); }
+    /// False when the fault came too late for the call.
+    bool MeetCall(const StoreFault& fault, int call, int writesBefore);
     void CheckPicture(std::size_t writesDone, Faults& faults);
     void Report(const Faults& faults, const std::string& when);
 

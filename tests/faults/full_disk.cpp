@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <sqlite3.h>
-#include <sys/types.h>
+#include <unistd.h>
 
 #include <array>
 #include <cerrno>
@@ -10,15 +10,22 @@
 namespace kxjob::testing_support {
 namespace {
 
-// SQLite's own name for a call, and what stands in for it. Which of the three a build uses differs.
-ssize_t NoRoom(int /*file*/, const void* /*bytes*/, size_t /*size*/) {
+int theRoom = 0;
+
+/// Whether another write fits; else `errno` says why not.
+bool Fits() {
+    if (theRoom-- > 0) return true;
     errno = ENOSPC;
-    return -1;
+    return false;
 }
 
-ssize_t NoRoomAt(int /*file*/, const void* /*bytes*/, size_t /*size*/, off_t /*offset*/) {
-    errno = ENOSPC;
-    return -1;
+// What stands in for the system's calls. Which of the three a build of SQLite uses differs.
+ssize_t Write(int file, const void* bytes, size_t size) {
+    return Fits() ? write(file, bytes, size) : -1;
+}
+
+ssize_t WriteAt(int file, const void* bytes, size_t size, off_t offset) {
+    return Fits() ? pwrite(file, bytes, size, offset) : -1;
 }
 
 void Replace(const char* call, sqlite3_syscall_ptr by) {
@@ -29,11 +36,12 @@ void Replace(const char* call, sqlite3_syscall_ptr by) {
 
 }  // namespace
 
-void FullDisk::Begin() {
+void FullDisk::Begin(int writesBefore) {
+    theRoom = writesBefore;
     static_assert(sizeof(off_t) == 8, "pwrite and pwrite64 take the same");
-    Replace("write", reinterpret_cast<sqlite3_syscall_ptr>(NoRoom));
-    Replace("pwrite", reinterpret_cast<sqlite3_syscall_ptr>(NoRoomAt));
-    Replace("pwrite64", reinterpret_cast<sqlite3_syscall_ptr>(NoRoomAt));
+    Replace("write", reinterpret_cast<sqlite3_syscall_ptr>(Write));
+    Replace("pwrite", reinterpret_cast<sqlite3_syscall_ptr>(WriteAt));
+    Replace("pwrite64", reinterpret_cast<sqlite3_syscall_ptr>(WriteAt));
 }
 
 void FullDisk::End() {

@@ -22,7 +22,7 @@ StoreFault FileTakenAway(const std::string& file) {
             .fails = FailsAnyUse,
             .states = {"[08S01]"},
             .prepare = [] {},
-            .strike = [file] { std::filesystem::rename(file, file + ".away"); },
+            .strike = [file](int) { std::filesystem::rename(file, file + ".away"); },
             .mend = [file] { std::filesystem::rename(file + ".away", file); }};
 }
 
@@ -32,7 +32,7 @@ StoreFault SessionEnded(FaultWorld& world) {
             .fails = FailsAnyUse,
             .states = {"[57P01]", "[08S01]"},
             .prepare = [&world, session] { *session = world.LibrarySession(); },
-            .strike = [&world, session] { world.Own().Query(world.Engine().endSession(*session)); },
+            .strike = [&world, session](int) { world.Own().Query(world.Engine().endSession(*session)); },
             .mend = [] {},
             .isOverWhenMended = false};
 }
@@ -49,8 +49,9 @@ StoreFault DiskFull() {
             .fails = FailsWritesOnly,
             .states = {"[53100]"},
             .prepare = [] {},
-            .strike = [] { FullDisk::Begin(); },
-            .mend = [] { FullDisk::End(); }};
+            .strike = FullDisk::Begin,
+            .mend = FullDisk::End,
+            .isGradual = true};
 }
 
 }  // namespace kxjob::testing_support
