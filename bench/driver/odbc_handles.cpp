@@ -13,14 +13,21 @@ namespace {
     throw std::runtime_error(reinterpret_cast<const char*>(message.data()));
 }
 
-/// What the sessions of the library have in force, where it is not what the server begins with.
-std::string SetUpOf(const std::string& connectionString) {
+struct SetUp {
+    const char* settings;   // in the connection string
+    const char* statement;  // after connecting
+};
+
+/// What the connections of the library have in force, where it is not what driver and server begin with.
+SetUp SetUpOf(const std::string& connectionString) {
     if (connectionString.find("PostgreSQL") != std::string::npos) {
-        return "SET lock_timeout = 30000; SET client_min_messages = warning";
+        return {"LFConversion=0;KeepaliveTime=30;KeepaliveInterval=10;pqopt={tcp_user_timeout=120000};",
+                "SET lock_timeout = 30000; SET client_min_messages = warning"};
     }
-    return "SET SESSION "
-           "sql_mode='STRICT_ALL_TABLES,NO_ENGINE_SUBSTITUTION,NO_BACKSLASH_ESCAPES,ANSI_QUOTES', "
-           "SESSION wsrep_sync_wait=3, SESSION tx_isolation='READ-COMMITTED'";
+    return {
+        "CONN_TIMEOUT=15;READ_TIMEOUT=300;WRITE_TIMEOUT=300;",
+        "SET SESSION sql_mode='STRICT_ALL_TABLES,NO_ENGINE_SUBSTITUTION,NO_BACKSLASH_ESCAPES,ANSI_QUOTES', "
+        "SESSION wsrep_sync_wait=3, SESSION tx_isolation='READ-COMMITTED'"};
 }
 
 }  // namespace
@@ -44,12 +51,13 @@ OdbcConnection::OdbcConnection(const std::string& connectionString) {
     SQLSetEnvAttr(handle, SQL_ATTR_ODBC_VERSION, OdbcNumber(SQL_OV_ODBC3), 0);
     SQLAllocHandle(SQL_HANDLE_DBC, environment_.get(), &handle);
     connection_.reset(handle);
-    const SQLRETURN result = SQLDriverConnect(handle, nullptr, OdbcBytes(connectionString), SQL_NTS, nullptr,
-                                              0, nullptr, SQL_DRIVER_NOPROMPT);
+    const SetUp setUp = SetUpOf(connectionString);
+    const std::string complete = connectionString + setUp.settings;
+    const SQLRETURN result = SQLDriverConnect(handle, nullptr, OdbcBytes(complete), SQL_NTS, nullptr, 0,
+                                              nullptr, SQL_DRIVER_NOPROMPT);
     if (!SQL_SUCCEEDED(result)) Fail(SQL_HANDLE_DBC, handle);
-    const std::string setUp = SetUpOf(connectionString);
     const OdbcHandle<SQL_HANDLE_STMT> statement = NewStatement();
-    RequireOdbc(SQLExecDirect(statement.get(), OdbcBytes(setUp), SQL_NTS), statement.get());
+    RequireOdbc(SQLExecDirect(statement.get(), OdbcBytes(setUp.statement), SQL_NTS), statement.get());
 }
 
 OdbcHandle<SQL_HANDLE_STMT> OdbcConnection::NewStatement() const {
