@@ -34,7 +34,7 @@ std::vector<std::string> IdentifiersOf(const std::vector<ClaimedItem>& items) {
 }
 
 ItemResult Succeeded(const ClaimedItem& item) {
-    return {item.guid, true, kStart, kEnd, ""};
+    return {item.guid, item.sequence, true, kStart, kEnd, ""};
 }
 
 /// How tasks claim items, finish them, and lose them.
@@ -109,9 +109,9 @@ TEST_P(ClaimsContract, WritesResultsAndCountsThemTogether) {
     const std::vector<ClaimedItem> items = Claim(name, 3);
 
     FinishItems(*store_, name,
-                {{items[0].guid, true, kStart, kEnd, ""},
-                 {items[1].guid, false, kStart, kEnd, "it's broken"},
-                 {items[2].guid, true, kStart, kEnd, "a result"}},
+                {{items[0].guid, items[0].sequence, true, kStart, kEnd, ""},
+                 {items[1].guid, items[1].sequence, false, kStart, kEnd, "it's broken"},
+                 {items[2].guid, items[2].sequence, true, kStart, kEnd, "a result"}},
                 0.75);
 
     EXPECT_EQ(store_->Query("SELECT jobitemstateid, startdt, enddt, failurenote FROM kx_JobItem"
@@ -206,7 +206,7 @@ TEST_P(ClaimsContract, LetsATaskThatLostItsClaimChangeNothing) {
     ASSERT_EQ(Claim(other, 1).size(), 1U);
     Finish(paused, Succeeded(item));  // while another has it
     EXPECT_EQ(ItemsAt(job, "RUNNING"), Value(1));
-    Finish(other, {item.guid, false, kStart, kEnd, "failed at last"});
+    Finish(other, {item.guid, item.sequence, false, kStart, kEnd, "failed at last"});
     Finish(paused, Succeeded(item));  // after another has finished it
     CloseTask(*store_, paused, true);
 

@@ -36,7 +36,7 @@ protected:
     }
     void FinishAll(const TaskName& name) {
         for (const ClaimedItem& item : ItemLots(*store_, name).Claim(100)) {
-            FinishItems(*store_, name, {{item.guid, true, NewTime(), NewTime(), ""}}, 0);
+            FinishItems(*store_, name, {{item.guid, item.sequence, true, NewTime(), NewTime(), ""}}, 0);
         }
     }
     static std::string NewTime() { return NowISODateTime(); }
@@ -173,7 +173,7 @@ TEST_P(JobCourseContract, WaitsForItemsInWorkAndEndsWhatIsLeftFinished) {
     EXPECT_FALSE(inWork.job);
     EXPECT_TRUE(inWork.anythingLeft);
 
-    FinishItems(*store_, name, {{items[0].guid, true, NewTime(), NewTime(), ""}}, 0);
+    FinishItems(*store_, name, {{items[0].guid, items[0].sequence, true, NewTime(), NewTime(), ""}}, 0);
     EXPECT_EQ(Chosen(), job) << "its host died before it could end it";
 }
 

@@ -24,6 +24,7 @@ ItemResult RunItem(JobStore& store, Component& component, const std::string& job
     const StoreConnection& connection = store.Connection();
     ItemResult result;
     result.item = item.guid;
+    result.sequence = item.sequence;
     result.start = NowISODateTime();
     try {
         const std::array<Value, 7> arguments{connection.connectionString,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -10,6 +11,7 @@ namespace kxjob::command {
 /// How the work on a claimed item went.
 struct ItemResult {
     std::string item;
+    std::int64_t sequence = 0;
     bool succeeded = false;
     std::string start;
     std::string end;
