@@ -12,12 +12,14 @@ namespace kxjob {
 ///   %K% GUIDs and state names  %N% names that callers choose  %S% short texts, %T% texts of any length
 ///   %D% moments                %I% whole numbers              %F% other numbers
 ///   %x% %y%  what makes the job item's GUID a key, in its column and behind all columns
+///   %g%  in `tableEnd`, that rows grow
 struct ScriptDialect {
     DataStoreProvider provider;
     std::string_view begin;  // stands in front of the script
     std::string_view guid, name, shortText, longText, moment, whole, number;
     std::string_view itemKeyInColumn, itemKeyBehind;
     std::string_view tableBegin, tableEnd;
+    std::string_view growingRows;                    // told behind a table whose rows do
     std::string_view indexInTable, rowIndexInTable;  // behind a table's columns
     std::string_view indexBehind;                    // a statement of its own
 };

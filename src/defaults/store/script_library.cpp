@@ -51,6 +51,7 @@ public:
 
     void WriteTable(const ScriptTable& table, bool withIndexes) {
         values_['n'] = table.name;
+        values_['g'] = table.rowsGrow ? dialect_.growingRows : "";
         Write(dialect_.tableBegin);
         Write(table.columns);
         if (withIndexes) {

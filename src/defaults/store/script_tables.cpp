@@ -24,7 +24,7 @@ constexpr std::array kJobTables = {
     jobitemguid %K% NOT NULL%x%, jobguid %K% NOT NULL, identifier %S%,
     sequence %I% NOT NULL, data %T%, jobitemstateid %K%, startdt %D%, enddt %D%,
     failurenote %T%, jobtaskguid %K%%y%)",
-                kItemIndexes},
+                kItemIndexes, true},
     ScriptTable{"jobtask",
                 R"(
     jobtaskguid %K% NOT NULL PRIMARY KEY, description %T%, jobguid %K%, usercontext %T%,

@@ -17,6 +17,7 @@ struct ScriptTable {
     std::string_view name;
     std::string_view columns;
     std::span<const ScriptIndex> indexes = {};
+    bool rowsGrow = false;  // each is changed, and longer afterwards, soon after it was written
 };
 
 struct ScriptTables {

@@ -24,7 +24,7 @@ CREATE TABLE IF NOT EXISTS kx.app_job (
 CREATE TABLE IF NOT EXISTS kx.app_JobItem (
     jobitemguid varchar(64) COLLATE "C" NOT NULL PRIMARY KEY, jobguid varchar(64) COLLATE "C" NOT NULL, identifier text,
     sequence integer NOT NULL, data text, jobitemstateid varchar(64) COLLATE "C", startdt varchar(32), enddt varchar(32),
-    failurenote text, jobtaskguid varchar(64) COLLATE "C");
+    failurenote text, jobtaskguid varchar(64) COLLATE "C") WITH (fillfactor = 30);
 CREATE TABLE IF NOT EXISTS kx.app_jobtask (
     jobtaskguid varchar(64) COLLATE "C" NOT NULL PRIMARY KEY, description text, jobguid varchar(64) COLLATE "C", usercontext text,
     machine text, processid integer, threadid integer, startdt varchar(32), enddt varchar(32),
