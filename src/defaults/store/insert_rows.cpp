@@ -12,8 +12,8 @@ namespace kxjob {
 namespace {
 
 constexpr std::size_t kMostColumns = 64;
-constexpr std::string_view kBlanks = " \t\r\n";
-constexpr std::string_view kDigits = "0123456789";
+constexpr std::string_view kGaps = " \t\r\n";
+constexpr std::string_view kDecimals = "0123456789";
 
 /// INSERT INTO name (name, ...) VALUES (literal, ...)
 struct OneRow {
@@ -35,9 +35,9 @@ bool MayBeMade(std::string_view literal) {
 }
 
 /// Each step goes over blanks and then over what it is named after, or says that something else stands there.
-class Reader {
+class InsertReader {
 public:
-    explicit Reader(std::string_view sql) : sql_(sql) {}
+    explicit InsertReader(std::string_view sql) : sql_(sql) {}
 
     std::size_t Place() const { return place_; }
     bool Word(std::string_view word) {
@@ -68,7 +68,7 @@ public:
         SkipBlanks();
         return place_ == sql_.size();
     }
-    void SkipBlanks() { place_ = std::min(sql_.find_first_not_of(kBlanks, place_), sql_.size()); }
+    void SkipBlanks() { place_ = std::min(sql_.find_first_not_of(kGaps, place_), sql_.size()); }
 
 private:
     char At(std::size_t place) const { return place < sql_.size() ? sql_[place] : '\0'; }
@@ -99,7 +99,7 @@ private:
         }
     }
     bool Digits() {
-        const std::size_t end = std::min(sql_.find_first_not_of(kDigits, place_), sql_.size());
+        const std::size_t end = std::min(sql_.find_first_not_of(kDecimals, place_), sql_.size());
         return end > place_ && GoTo(end);
     }
     bool Number() {
@@ -116,7 +116,7 @@ private:
     std::size_t place_ = 0;
 };
 
-bool ReadHead(Reader& reader) {
+bool ReadHead(InsertReader& reader) {
     if (!reader.Word("insert") || !reader.Word("into") || !reader.Name() || !reader.Mark('(')) return false;
     do {
         if (!reader.Name()) return false;
@@ -125,7 +125,7 @@ bool ReadHead(Reader& reader) {
 }
 
 std::optional<OneRow> ReadOneRow(std::string_view sql) {
-    Reader reader(sql);
+    InsertReader reader(sql);
     OneRow insert;
     if (!ReadHead(reader)) return std::nullopt;
     insert.head = sql.substr(0, reader.Place());

@@ -15,7 +15,7 @@ constexpr std::size_t kLongest = 4096;
 constexpr std::size_t kMostLiterals = 32;
 constexpr std::size_t kSurelyFitting = 18;  // digits of a number of 64 bits
 
-bool IsDigit(char character) {
+bool IsDecimal(char character) {
     return character >= '0' && character <= '9';
 }
 
@@ -25,11 +25,11 @@ bool BeginsName(char character) {
 }
 
 bool ContinuesName(char character) {
-    return BeginsName(character) || IsDigit(character) || character == '$';
+    return BeginsName(character) || IsDecimal(character) || character == '$';
 }
 
 /// The character that ends what is quoted; 0 when nothing is.
-char ClosingQuote(char opening) {
+char ClosingMark(char opening) {
     switch (opening) {
         case '\'':
         case '"':
@@ -47,7 +47,8 @@ public:
     bool AtEnd() const { return place_ == sql_.size(); }
     char Next() const { return At(place_); }
     char Behind() const { return At(place_ + 1); }
-    std::string_view One() { return Until(place_ + 1); }
+    std::size_t Place() const { return place_; }
+    void Skip() { ++place_; }
     std::string_view Name() {
         std::size_t end = place_;
         while (ContinuesName(At(end))) ++end;
@@ -60,7 +61,7 @@ public:
     }
     /// With its quotes; a doubled one is none. Empty when it does not end.
     std::string_view Quoted() {
-        const char closing = ClosingQuote(Next());
+        const char closing = ClosingMark(Next());
         std::size_t end = place_ + 1;
         for (;; end += 2) {
             end = sql_.find(closing, end);
@@ -84,13 +85,13 @@ private:
     std::size_t place_ = 0;
 };
 
-std::optional<SqlLiteral> TextLiteral(std::string_view quoted) {
+std::optional<SqlLiteral> TakenText(std::string_view quoted) {
     const std::string_view text = quoted.substr(1, quoted.size() - 2);
     if (text.find('\'') != std::string_view::npos) return std::nullopt;
     return SqlLiteral{.isText = true, .text = text};
 }
 
-std::optional<SqlLiteral> NumberLiteral(std::string_view digits) {
+std::optional<SqlLiteral> TakenNumber(std::string_view digits) {
     SqlLiteral literal;
     const auto [end, problem] = std::from_chars(digits.data(), digits.data() + digits.size(), literal.number);
     const bool isWhole = problem == std::errc() && end == digits.data() + digits.size();
@@ -135,34 +136,35 @@ bool StatementShape::Read(std::string_view sql) {
     literals_.clear();
     if (sql.size() > kLongest) return false;
     Words words;
+    std::size_t written = 0;  // as much of the statement is in the text, or is a literal
     for (Pieces pieces(sql); !pieces.AtEnd();) {
         const char next = pieces.Next();
+        const std::size_t start = pieces.Place();
         std::optional<SqlLiteral> literal;
         std::string_view piece;
         if (BeginsName(next)) {
             piece = pieces.Name();
             if (!words.Add(piece)) return false;
             if ((piece == "x" || piece == "X") && !pieces.AtEnd() && pieces.Next() == '\'') return false;
-        } else if (IsDigit(next) || (next == '.' && IsDigit(pieces.Behind()))) {
+        } else if (IsDecimal(next) || (next == '.' && IsDecimal(pieces.Behind()))) {
             piece = pieces.Number();
-            if (words.NumbersAreValues()) literal = NumberLiteral(piece);
-        } else if (ClosingQuote(next) != '\0') {
+            if (words.NumbersAreValues()) literal = TakenNumber(piece);
+        } else if (ClosingMark(next) != '\0') {
             piece = pieces.Quoted();
             if (piece.empty()) return false;
-            if (next == '\'') literal = TextLiteral(piece);
+            if (next == '\'') literal = TakenText(piece);
         } else if (IsObscure(next, pieces.Behind())) {
             return false;
         } else {
-            piece = pieces.One();
+            pieces.Skip();
         }
-        if (literal) {
-            if (literals_.size() == kMostLiterals) return false;
-            literals_.push_back(*literal);
-            text_ += '?';
-        } else {
-            text_ += piece;
-        }
+        if (!literal) continue;
+        if (literals_.size() == kMostLiterals) return false;
+        literals_.push_back(*literal);
+        text_.append(sql.substr(written, start - written)).append("?");
+        written = pieces.Place();
     }
+    text_.append(sql.substr(written));
     return true;
 }
 

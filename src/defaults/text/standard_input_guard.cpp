@@ -23,6 +23,7 @@ std::string UnsafePieceOf(std::string_view value) {
         if (character < 0x20 || character == 0x7F) return ControlCharacterName(character);
         if (character == '\'') return "a single quote (')";
         if (character == ';') return "a semicolon (;)";
+        if (character != '-' && character != '/' && character != '*') continue;
         const std::string_view pair = value.substr(i, 2);
         if (pair == "--" || pair == "/*" || pair == "*/") return "the comment mark " + std::string(pair);
     }

@@ -3,6 +3,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 #include <type_traits>
@@ -17,11 +18,15 @@ namespace {
 
 std::string TextLiteral(std::string_view text) {
     RequireStorable(text);
-    std::string literal = "'";
+    std::string literal;
     literal.reserve(text.size() + 2);
-    for (const char character : text) {
-        if (character == '\'') literal += '\'';
-        literal += character;
+    literal += '\'';
+    while (true) {
+        const std::size_t end = text.find('\'');
+        literal += text.substr(0, end);
+        if (end == std::string_view::npos) break;
+        literal += "''";
+        text.remove_prefix(end + 1);
     }
     literal += '\'';
     return literal;

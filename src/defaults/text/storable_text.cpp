@@ -8,6 +8,10 @@
 namespace kxjob {
 namespace {
 
+bool IsPlain(char byte) {
+    return byte != 0 && static_cast<unsigned char>(byte) < 0x80;  // ASCII, and no NUL
+}
+
 /// How many bytes the character at `place` takes; 0 when no character that can be stored starts there.
 std::size_t CharacterLength(std::string_view text, std::size_t place) {
     const Utf8Character character = Utf8CharacterAt(text, place);
@@ -24,6 +28,10 @@ const char* NameOfFlaw(std::string_view text, std::size_t place) {
 std::string StorageFlaw(std::string_view text) {
     std::size_t place = 0;
     while (place < text.size()) {
+        if (IsPlain(text[place])) {
+            ++place;
+            continue;
+        }
         const std::size_t length = CharacterLength(text, place);
         if (length == 0)
             return std::string(NameOfFlaw(text, place)) + " at byte " + std::to_string(place + 1);
