@@ -11,7 +11,7 @@ namespace {
 
 /// The configuration document is a property of its helper; no other property holds a connection string.
 Value ShownProperty(const Value& value) {
-    return ValueWithoutSecrets(value);
+    return DocumentValueWithoutSecrets(value);
 }
 
 /// A method without result gives Empty.

@@ -44,7 +44,7 @@ public:
     using Recorded::Recorded;
 
     void LoadFromText(const std::string& text) override {
-        Record("ConnectionSettings", "LoadFromText", {WithoutSecrets(text)},
+        Record("ConnectionSettings", "LoadFromText", {DocumentWithoutSecrets(text)},
                [&](ConnectionSettings& inner) { inner.LoadFromText(text); });
     }
     std::string ADOConnectionString() override {

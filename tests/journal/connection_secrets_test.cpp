@@ -54,10 +54,19 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"only an equals sign", "=", "="},
         Case{"text that is not ASCII", "UID=m\xC3\xBCller;PWD=gr\xC3\xBC\xC3\x9F;DSN=\xF0\x9F\x94\x91",
              "UID=m\xC3\xBCller;PWD=***;DSN=\xF0\x9F\x94\x91"},
+        Case{"a line break behind the keyword", "DSN=x;PWD\n=tiger", "DSN=x;PWD\n=***"},
+        Case{"a line break before the value", "PWD=\r\n tiger;DSN=x", "PWD=\r\n ***;DSN=x"},
+        Case{"a line break in the value", "PWD=ti\nger;DSN=x", "PWD=***;DSN=x"},
         Case{"shown before", "PWD=***;DSN=x", "PWD=***;DSN=x"}));
 
+class DocumentSecrets : public testing::TestWithParam<Case> {};
+
+TEST_P(DocumentSecrets, AreReplaced) {
+    EXPECT_EQ(DocumentWithoutSecrets(GetParam().text), GetParam().shown);
+}
+
 INSTANTIATE_TEST_SUITE_P(
-    Documents, Secrets,
+    Documents, DocumentSecrets,
     testing::Values(Case{"the connection string is the last item of its line",
                          "ADOConnectionString = DSN=x;PWD=tiger\nProvider = 5\n",
                          "ADOConnectionString = DSN=x;PWD=***\nProvider = 5\n"},
@@ -70,11 +79,13 @@ INSTANTIATE_TEST_SUITE_P(
                          "# ADOConnectionString = PWD=***\nProvider = 5\n"}));
 
 TEST(SecretsOfAValue, AreReplacedInAText) {
-    EXPECT_EQ(ValueWithoutSecrets("PWD=a"), Value("PWD=***"));
+    EXPECT_EQ(ValueWithoutSecrets("PWD=a\nb"), Value("PWD=***"));
+    EXPECT_EQ(DocumentValueWithoutSecrets("PWD=a\nb"), Value("PWD=***\nb"));
 }
 
 TEST(SecretsOfAValue, LeaveAnyOtherValueAsItIs) {
     EXPECT_EQ(ValueWithoutSecrets(5), Value(5));
+    EXPECT_EQ(DocumentValueWithoutSecrets(5), Value(5));
     EXPECT_EQ(ValueWithoutSecrets(Value()), Value());
     EXPECT_EQ(ValueWithoutSecrets(Null()), Value(Null()));
 }
