@@ -59,12 +59,14 @@ std::size_t EndOfPart(std::string_view name, std::size_t start) {
     return isClosed ? end + 1 : kNotAPart;
 }
 
+/// A table's name follows directly. Behind a quoted part without its dot it would not be one with it, but a
+/// second name for another table.
 bool IsDottedName(std::string_view name) {
     std::size_t start = 0;
     for (;;) {
         const std::size_t end = EndOfPart(name, start);
         if (end == kNotAPart) return false;
-        if (end == name.size()) return true;
+        if (end == name.size()) return end == start || ClosingQuote(name[start]) == '\0';
         if (name[end] != '.' || end == start) return false;  // only the last part may be empty
         start = end + 1;
     }

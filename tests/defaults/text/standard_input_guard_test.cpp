@@ -80,7 +80,7 @@ TEST_P(QualifierName, AcceptsDottedNames) {
                                  "\"My Schema\".app_",
                                  "[My Schema].[a-b].",
                                  "`my schema`.x",
-                                 "[dbo]",
+                                 "[dbo].",
                                  "\"Gr\xC3\xB6\xC3\x9F"
                                  "e\".kx_"};
     for (const char* name : names) EXPECT_EQ(Refusal(name, GetParam()), "") << name;
@@ -114,6 +114,15 @@ TEST_P(QualifierName, RefusesEverythingElse) {
     for (const char* name : others) {
         EXPECT_EQ(Refusal(name, GetParam()),
                   std::string("The parameter ") + GetParam() +
+                      " is refused: it is not a dotted name of plain or quoted parts")
+            << name;
+    }
+}
+
+TEST_P(QualifierName, RefusesAQuotedPartThatATableNameWouldFollow) {
+    for (const char* name : {"[dbo]", "\"kx_\"", "`kx_`", "main.[kx_]", "\"a.b\".\"c\""}) {
+        EXPECT_EQ(Refusal(name, GetParam()),
+                  "The parameter " + std::string(GetParam()) +
                       " is refused: it is not a dotted name of plain or quoted parts")
             << name;
     }
