@@ -156,6 +156,11 @@ private:
             const std::string conditions = Joined(variants_[variant].conditions, " and ");
             if (std::find(each.begin(), each.end(), conditions) == each.end()) each.push_back(conditions);
         }
+        const std::set<std::size_t> others =
+            Those(quiet, [&](std::size_t variant) { return !issuing.contains(variant); });
+        if (each.size() > 2 && others.size() == 1) {
+            return {"unless " + Joined(variants_[*others.begin()].conditions, " and ")};
+        }
         return each;
     }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 #include <sstream>
+#include <string_view>
 
 #include "statements/whole_reads.h"
 
@@ -71,6 +72,10 @@ std::string Contents(const Catalogue& catalogue) {
 
 std::string When(const CataloguedStatement& statement) {
     if (statement.conditions.empty()) return "Always.";
+    constexpr std::string_view kUnless = "unless ";
+    if (statement.conditions.front().starts_with(kUnless)) {
+        return "Unless " + statement.conditions.front().substr(kUnless.size()) + ".";
+    }
     std::string text = "When ";
     for (std::size_t i = 0; i < statement.conditions.size(); ++i) {
         text += (i == 0 ? "" : "; or when ") + statement.conditions[i];

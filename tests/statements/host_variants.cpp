@@ -1,3 +1,5 @@
+#include <optional>
+
 #include "kxjob/caller_texts.h"
 #include "statements/variant.h"
 #include "support/every_method.h"
@@ -62,6 +64,18 @@ std::vector<Variant> Courses() {
     };
 }
 
+Variant Closing(bool succeeded, bool isWhereKnown) {
+    return {.method = "CloseTask",
+            .conditions = {succeeded ? "the work succeeded" : "the work failed",
+                           isWhereKnown ? "it is known where the items are"
+                                        : "it is not known where the items are"},
+            .before = {},
+            .call = [succeeded, isWhereKnown](const VariantStore& store) {
+                const command::SequenceRange range{7200, 7210};
+                CloseTask(store.host, Task(), succeeded, isWhereKnown ? std::optional(range) : std::nullopt);
+            }};
+}
+
 std::vector<Variant> Claims() {
     return {
         Host("RegisterTask", {}, {},
@@ -69,12 +83,10 @@ std::vector<Variant> Claims() {
         Host("RenewClaims", {}, {},
              [](const VariantStore& store) { RenewClaims(store.host, {kTaskGuid}, 60); }),
         Host("StandingsOf", {}, {}, [](const VariantStore& store) { StandingsOf(store.host, {kTaskGuid}); }),
-        Host("CloseTask", {"the work succeeded", "it is known where the items are"}, {},
-             [](const VariantStore& store) {
-                 CloseTask(store.host, Task(), true, command::SequenceRange{7200, 7210});
-             }),
-        Host("CloseTask", {"the work failed", "it is not known where the items are"}, {},
-             [](const VariantStore& store) { CloseTask(store.host, Task(), false); }),
+        Closing(true, true),
+        Closing(true, false),
+        Closing(false, true),
+        Closing(false, false),
         Host("ExpiredTasks", {}, {}, [](const VariantStore& store) { ExpiredTasks(store.host); }),
         Host("TakeOver", {}, {kExpired},
              [](const VariantStore& store) {

@@ -43,7 +43,7 @@ Variant Sweep(const std::vector<std::string>& conditions, const std::string& pro
 }
 
 std::vector<Variant> Sweeps() {
-    const std::string staying = std::string("UPDATE kx_job SET appstateguid = NULL");
+    const std::string staying = "UPDATE kx_job SET appstateguid = NULL";
     const std::string nullGuid = "{00000000-0000-0000-0000-000000000000}";
     return {
         {.method = "RemoveIrrelevantJobsInAllContainers",
@@ -57,6 +57,7 @@ std::vector<Variant> Sweeps() {
         Sweep({"`ProductionStateGUID` is not the null GUID", "no job is left"}, kProductionGuid, {}),
         Sweep({"`ProductionStateGUID` is not the null GUID", "jobs are left"}, kProductionGuid, {staying}),
         Sweep({"`ProductionStateGUID` is the null GUID", "jobs are left"}, nullGuid, {staying}),
+        Sweep({"`ProductionStateGUID` is the null GUID", "no job is left"}, nullGuid, {}),
     };
 }
 

@@ -38,7 +38,7 @@ std::vector<Variant> JobFilters() {
             given += (given.empty() ? "`" : ", `") + std::string(kNames[i]) + "`";
         }
         const std::string condition =
-            given.empty() ? "no filter is given" : "the filters that are given are " + given;
+            given.empty() ? "no filter is given" : "these filters are given and no others: " + given;
         variants.push_back({.method = "GetJob",
                             .conditions = {condition},
                             .before = {},

@@ -8,7 +8,7 @@ namespace {
 
 constexpr const char* kAnyEngine = "";
 constexpr const char* kEveryJob = "every job is asked for";
-constexpr const char* kOtherStates = "all jobs but those of two states are asked for";
+constexpr const char* kOtherStates = "all jobs but those of these states are asked for";
 constexpr const char* kOrphans = "what has no job can be anywhere";
 constexpr const char* kNoJob = "without a job every row is an orphan";
 constexpr const char* kTasksAtWork = "no index begins with the task's state";
