@@ -28,14 +28,14 @@ void ProcessGroup::Meet() {
     pthread_barrier_wait(&barrier_.barrier);
 }
 
-int ProcessGroup::Run(const std::function<void(ProcessGroup& group, int place)>& work) {
+int ProcessGroup::Run(const std::function<void(ProcessGroup& group, int place)>& work, int size) {
     auto& barrier = Shared<Barrier>();
     pthread_barrierattr_t attributes;
     pthread_barrierattr_init(&attributes);
     pthread_barrierattr_setpshared(&attributes, PTHREAD_PROCESS_SHARED);
-    pthread_barrier_init(&barrier.barrier, &attributes, kSize);
+    pthread_barrier_init(&barrier.barrier, &attributes, static_cast<unsigned>(size));
     std::vector<pid_t> running;
-    for (int place = 0; place < kSize; ++place) {
+    for (int place = 0; place < size; ++place) {
         const pid_t process = fork();
         if (process < 0) throw std::system_error(errno, std::generic_category());
         if (process == 0) {
@@ -51,7 +51,7 @@ int ProcessGroup::Run(const std::function<void(ProcessGroup& group, int place)>&
         running.push_back(process);
     }
     int failed = 0;
-    for (int ended = 0; ended < kSize; ++ended) {
+    for (int ended = 0; ended < size; ++ended) {
         int status = -1;
         const pid_t first = wait(&status);
         std::erase(running, first);

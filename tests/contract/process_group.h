@@ -13,7 +13,7 @@ public:
     /// end. Gives back how many failed: raised, crashed, or were ended because another one had. What `work`
     /// has to hand out must lie in memory of Shared(). Nothing that is connected to a server may be open on
     /// this thread.
-    static int Run(const std::function<void(ProcessGroup& group, int place)>& work);
+    static int Run(const std::function<void(ProcessGroup& group, int place)>& work, int size = kSize);
 
     /// Waits until every process of the group has come here. To be called by all of them equally often.
     void Meet();
