@@ -28,8 +28,9 @@ std::vector<Diagnostic> Diagnostics(SQLSMALLINT handleType, SQLHANDLE handle) {
     }
 }
 
+/// Drivers have more of them than one: SSLPassword, ProxyPwd.
 bool IsPassword(const std::string& key) {
-    return key == "pwd" || key == "password";
+    return key.ends_with("pwd") || key.ends_with("password");
 }
 
 std::string WithoutPasswords(std::string message, const std::string& connectionString) {

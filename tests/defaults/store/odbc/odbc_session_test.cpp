@@ -115,6 +115,16 @@ TEST(OpenOdbcSession, BlotsOutAPasswordThatADriverShows) {
     EXPECT_THAT(error.Description(), Not(HasSubstr("topsecret")));
 }
 
+TEST(OpenOdbcSession, BlotsOutWhatAnyKeyThatEndsInPasswordHolds) {
+    for (const char* key : {"SSLPassword", "ProxyPwd", "TRUSTSTOREPASSWORD"}) {
+        const AutomationError error =
+            ErrorOf([key] { OpenSession(std::string("Driver={topsecret};") + key + "={topsecret}"); });
+
+        EXPECT_THAT(error.Description(), HasSubstr("***")) << key;
+        EXPECT_THAT(error.Description(), Not(HasSubstr("topsecret"))) << key;
+    }
+}
+
 TEST(OpenOdbcSession, NeedsAnExistingFile) {
     const TemporaryFolder folder;
     const std::string file = folder.Path("store.db").string();
