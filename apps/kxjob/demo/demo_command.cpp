@@ -210,8 +210,10 @@ void RunDemo(const DemoOptions& options, int& exitStatus) {
     demo.Report();
     if (options.keep) {
         scratch.Keep();
-        std::cout << "The job stays in " << connection.connectionString << ", qualifier "
-                  << connection.nameQualifier << ".\n";
+        // A connection string that was given may hold a password.
+        std::cout << "The job stays in "
+                  << (options.store.NamesStore() ? "the given store" : connection.connectionString)
+                  << ", qualifier " << connection.nameQualifier << ".\n";
     } else {
         demo.Sweep();
     }
