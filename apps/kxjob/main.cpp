@@ -10,6 +10,7 @@
 #include "demo/demo_command.h"
 #include "demo/file_digest.h"
 #include "exit_status.h"
+#include "given_passwords.h"
 #include "init_command.h"
 #include "insight/doctor/doctor_command.h"
 #include "insight/stats/stats_command.h"
@@ -54,13 +55,14 @@ int Run(std::vector<std::string> arguments) {
     AddManualFlag(app);
     AddDemoCommand(app, exitStatus);
     AddCallCommand(app, TakeMethodArguments(arguments), exitStatus);
+    const std::vector<std::string> given = arguments;
     try {
         std::reverse(arguments.begin(), arguments.end());  // the parser takes them from the back
         app.parse(std::move(arguments));
     } catch (const CLI::Success& helpOrVersion) {
         return app.exit(helpOrVersion);
     } catch (const CLI::ParseError& error) {
-        throw UsageError(error.what());
+        throw UsageError(WithoutGivenPasswords(error.what(), given));
     }
     return exitStatus;
 }
