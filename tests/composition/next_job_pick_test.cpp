@@ -185,17 +185,17 @@ TEST_F(NextJobPick, OfAWrongSourceIsRefused) {
     EXPECT_FALSE(JudgePicks(Picks(kPicksOfWrongSources), kCandidates).IsRefused());
 }
 
-constexpr int kProcesses = 50;
-constexpr int kRounds = 10;
+constexpr int kAskingProcesses = 50;
+constexpr int kAskingRounds = 10;
 /// Of 50 picks among 7 more than 35 are the same one's less often than once in 1E+18 rounds:
 /// 7 * sum over k > 35 of C(50, k) (1/7)^k (6/7)^(50-k) is below 7 * 1E-19.
 constexpr int kMostAlike = 35;
 
 struct Answers {
-    std::array<std::array<std::size_t, kProcesses>, kRounds> picks;
+    std::array<std::array<std::size_t, kAskingProcesses>, kAskingRounds> picks;
 };
 
-int MostAlike(const std::array<std::size_t, kProcesses>& picks) {
+int MostAlike(const std::array<std::size_t, kAskingProcesses>& picks) {
     int most = 0;
     for (std::size_t i = 0; i < kCandidates; ++i) {
         most = std::max(most, static_cast<int>(std::count(picks.begin(), picks.end(), i)));
@@ -214,12 +214,12 @@ protected:
                 InstallCollaborators(makeCollaborators());
                 JobHelper jobs;
                 Pick(jobs);  // opens the file
-                for (std::array<std::size_t, kProcesses>& round : answers.picks) {
+                for (std::array<std::size_t, kAskingProcesses>& round : answers.picks) {
                     group.Meet();
                     round.at(static_cast<std::size_t>(place)) = Pick(jobs);
                 }
             },
-            kProcesses);
+            kAskingProcesses);
         EXPECT_EQ(failures, 0);
         return answers;
     }
@@ -238,7 +238,7 @@ TEST_F(NextJobPickOfManyProcesses, SpreadsThoseThatAskAtOnce) {
     ThePage().Add("the clock's, 50 processes at once", verdict);
     EXPECT_FALSE(verdict.IsRefused()) << verdict.chance << " " << verdict.chanceOfPairs;
     EXPECT_EQ(std::count(verdict.counts.begin(), verdict.counts.end(), 0U), 0);
-    std::cout << "proof: processes asking at once: " << kProcesses << " (least 50)\n";
+    std::cout << "proof: processes asking at once: " << kAskingProcesses << " (least 50)\n";
 }
 
 TEST_F(NextJobPickOfManyProcesses, DoesNotSpreadThoseThatAllSeedFromOneTick) {
