@@ -10,10 +10,13 @@
 namespace kxjob {
 namespace {
 
-/// A line up to its comment: a "#" that begins it or stands behind a blank.
+/// A line up to its comment: a "#" that begins it or stands behind a blank. A carriage return is one, as at
+/// the ends of keys and values.
 std::string_view WithoutComment(std::string_view line) {
+    constexpr std::string_view kBlanks = " \t\r";
     std::size_t mark = line.find('#');
-    while (mark != std::string_view::npos && mark > 0 && line[mark - 1] != ' ' && line[mark - 1] != '	') {
+    while (mark != std::string_view::npos && mark > 0 &&
+           kBlanks.find(line[mark - 1]) == std::string_view::npos) {
         mark = line.find('#', mark + 1);
     }
     return line.substr(0, mark);

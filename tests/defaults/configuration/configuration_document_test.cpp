@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "defaults/store/store_test_support.h"
 #include "kxjob/automation_error.h"
@@ -31,6 +32,12 @@ TEST(ConfigurationDocument, EndsAValueAtACommentBehindABlank) {
     const ConfigurationDocument document("a = 1 # one\nb = x#y\t# z\n");
     EXPECT_EQ(document.Find("a"), "1");
     EXPECT_EQ(document.Find("b"), "x#y");
+}
+
+TEST(ConfigurationDocument, TakesACarriageReturnAsABlankBeforeACommentToo) {
+    const ConfigurationDocument document("a = 1\r# one\n \r#b = 2\n");
+    EXPECT_EQ(document.Find("a"), "1");
+    EXPECT_EQ(document.Keys(), std::vector<std::string>{"a"});
 }
 
 TEST(ConfigurationDocument, TakesBothKindsOfLineEndAndAByteOrderMark) {
