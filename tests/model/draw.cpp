@@ -155,7 +155,7 @@ std::string Draw::JobTypeId() {
 std::string Draw::ApplicationState() {
     if (Below(16) == 15) return One(kOddKeys);
     return One({kProductionState, kDevelopmentState, "{00000000-0000-4000-8000-0000000000E3}",
-                "{00000000-0000-4000-8000-0000000000e1}", kNullGuid, ""});
+                "{00000000-0000-4000-8000-0000000000e1}", kNullGuid, kNullGuid, ""});
 }
 
 std::string Draw::State() {

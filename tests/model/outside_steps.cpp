@@ -137,7 +137,7 @@ std::vector<StepKind> OutsideSteps() {
     return {
         {"grant a lock", 4, GrantLock},
         {"count progress", 1, CountProgress},
-        {"note on a job", 1, NoteOnJob},
+        {"note on a job", 3, NoteOnJob},
         {"note on an item", 1, NoteOnItem},
         {"add or remove a type", 1, AddType},
         {"set the flag", 1, SetFlag},

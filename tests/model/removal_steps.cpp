@@ -52,7 +52,7 @@ Step RemoveJobAndItems(Draw& draw, const Tables& tables) {
 
 Step RemoveIrrelevantJobsInContainer(Draw& draw, const Tables& /*tables*/) {
     const Address at = draw.Place();
-    const std::string production = draw.ApplicationState();
+    const std::string production = draw.Below(2) == 0 ? kNullGuid : draw.ApplicationState();
     const std::string development = draw.ApplicationState();
     return {.name = "RemoveIrrelevantJobsInContainer",
             .call = [=](JobHelper& jobs, Store&) -> Value {

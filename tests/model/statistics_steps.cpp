@@ -143,7 +143,7 @@ std::vector<StepKind> StatisticsSteps() {
         {"GetJobExecutionStatisticsAllowMissing", 2, GetJobExecutionStatisticsAllowMissing},
         {"GetJobItemExecutionStatistics", 2, GetJobItemExecutionStatistics},
         {"JobItemsAtState", 2, JobItemsAtState},
-        {"OwnersOfJobItemsAtState", 3, OwnersOfJobItemsAtState},
+        {"OwnersOfJobItemsAtState", 5, OwnersOfJobItemsAtState},
     };
 }
 

@@ -109,8 +109,8 @@ Step AppendJobItemFailureNote(Draw& draw, const Tables& tables) {
 std::vector<StepKind> StatusSteps() {
     return {
         {"UpdateJobStatus", 6, UpdateJobStatus},
-        {"UpdateJobItemStatus", 5, UpdateJobItemStatus},
-        {"AppendJobFailureNote", 2, AppendJobFailureNote},
+        {"UpdateJobItemStatus", 8, UpdateJobItemStatus},
+        {"AppendJobFailureNote", 4, AppendJobFailureNote},
         {"AppendJobItemFailureNote", 2, AppendJobItemFailureNote},
     };
 }
