@@ -2,9 +2,10 @@
 add_library(kxjob_warnings INTERFACE)
 target_compile_options(kxjob_warnings INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
-    -Woverloaded-virtual -Wcast-align -Wduplicated-cond -Wimplicit-fallthrough
+    -Woverloaded-virtual -Wcast-align -Wimplicit-fallthrough
+    $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-cond>
     # g++ 12 sees these where the standard library's own code is inlined, and they are not there.
-    -Wno-restrict -Wno-array-bounds -Wno-stringop-overflow -Wno-maybe-uninitialized
+    $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict -Wno-array-bounds -Wno-stringop-overflow -Wno-maybe-uninitialized>
     # COM interfaces have no virtual destructors: an object deletes itself.
     $<$<NOT:$<PLATFORM_ID:Windows>>:-Wnon-virtual-dtor>
     $<$<BOOL:${KXJOB_WARNINGS_AS_ERRORS}>:-Werror>)
