@@ -3,10 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdlib>
-#include <fstream>
 #include <functional>
-#include <iostream>
 #include <memory>
 #include <random>
 #include <sstream>
@@ -20,6 +17,7 @@
 #include "defaults/store/store_test_support.h"
 #include "kxjob/job_helper.h"
 #include "kxjob/store.h"
+#include "proof/proof_output.h"
 
 namespace kxjob {
 namespace {
@@ -29,6 +27,7 @@ using testing_support::CountingCollaborators;
 using testing_support::JudgePicks;
 using testing_support::PickVerdict;
 using testing_support::ProcessGroup;
+using testing_support::Prove;
 using testing_support::TemporaryDatabase;
 
 constexpr std::size_t kCandidates = 7;  // no power of two: a coarse number cannot be shared out evenly
@@ -86,8 +85,8 @@ public:
               << " | " << verdict.chanceOfPairs << " | " << (verdict.IsRefused() ? "refused" : "uniform")
               << " |\n";
     }
-    void WriteTo(const std::string& folder) const {
-        std::ofstream out(folder + "/next_job.md");
+    std::string Text() const {
+        std::ostringstream out;
         out << "## The pick of the next job\n\nPicks among " << kCandidates
             << " equal jobs, by GetNextJob on a SQLite file. A source is refused when a uniform one would "
                "give"
@@ -95,6 +94,7 @@ public:
                "| source | picks of each job | chi-square | chance | of pairs | chance | verdict |\n"
                "|---|---|---|---|---|---|---|\n"
             << text_.str();
+        return out.str();
     }
 
 private:
@@ -103,9 +103,7 @@ private:
 
 class NextJobPick : public testing::Test {
 protected:
-    static void TearDownTestSuite() {
-        if (const char* folder = std::getenv("KXJOB_PROOF")) ThePage().WriteTo(folder);
-    }
+    static void TearDownTestSuite() { testing_support::WriteProof("next_job", ThePage().Text()); }
     static Page& ThePage() {
         static Page page;
         return page;
@@ -157,7 +155,7 @@ TEST_F(NextJobPick, IsUniformAndTellsNothingAboutTheNextOne) {
     ThePage().Add("the clock's, RUNNING jobs", running);
     EXPECT_FALSE(running.IsRefused()) << running.chance << " " << running.chanceOfPairs;
 
-    std::cout << "proof: picks judged: " << kQueuedPicks + kRunningPicks << " (least 5600)\n";
+    Prove("picks judged", kQueuedPicks + kRunningPicks, 5600);
 }
 
 TEST_F(NextJobPick, OfAWrongSourceIsRefused) {
@@ -238,7 +236,7 @@ TEST_F(NextJobPickOfManyProcesses, SpreadsThoseThatAskAtOnce) {
     ThePage().Add("the clock's, 50 processes at once", verdict);
     EXPECT_FALSE(verdict.IsRefused()) << verdict.chance << " " << verdict.chanceOfPairs;
     EXPECT_EQ(std::count(verdict.counts.begin(), verdict.counts.end(), 0U), 0);
-    std::cout << "proof: processes asking at once: " << kAskingProcesses << " (least 50)\n";
+    Prove("processes asking at once", kAskingProcesses, 50);
 }
 
 TEST_F(NextJobPickOfManyProcesses, DoesNotSpreadThoseThatAllSeedFromOneTick) {

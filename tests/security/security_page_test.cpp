@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -9,6 +10,8 @@
 #include <set>
 #include <string>
 #include <vector>
+
+#include "proof/proof_output.h"
 
 namespace kxjob::testing_support {
 namespace {
@@ -77,6 +80,11 @@ std::vector<std::string> FaultsOf(const std::vector<std::string>& page, const st
 TEST(SecurityPage, NamesATestForEachPromise) {
     EXPECT_GT(Statements(SecurityPage()).size(), 20U);
     EXPECT_EQ(FaultsOf(SecurityPage(), TestsInTheSources()), std::vector<std::string>());
+    const std::vector<std::string> statements = Statements(SecurityPage());
+    const auto promises = std::count_if(statements.begin(), statements.end(), [](const std::string& one) {
+        return one.find("<!-- test: ") != std::string::npos;
+    });
+    Prove("promises of SECURITY.md held to tests", static_cast<int>(promises), 14);
 }
 
 TEST(SecurityPage, IsRefusedWhenAPromiseHasNoTest) {
