@@ -20,7 +20,7 @@ bool Fits() {
 }
 
 // What stands in for the system's calls. Which of the three a build of SQLite uses differs.
-ssize_t Write(int file, const void* bytes, size_t size) {
+ssize_t WriteOnFullDisk(int file, const void* bytes, size_t size) {
     return Fits() ? write(file, bytes, size) : -1;
 }
 
@@ -39,7 +39,7 @@ void Replace(const char* call, sqlite3_syscall_ptr by) {
 void FullDisk::Begin(int writesBefore) {
     theRoom = writesBefore;
     static_assert(sizeof(off_t) == 8, "pwrite and pwrite64 take the same");
-    Replace("write", reinterpret_cast<sqlite3_syscall_ptr>(Write));
+    Replace("write", reinterpret_cast<sqlite3_syscall_ptr>(WriteOnFullDisk));
     Replace("pwrite", reinterpret_cast<sqlite3_syscall_ptr>(WriteAt));
     Replace("pwrite64", reinterpret_cast<sqlite3_syscall_ptr>(WriteAt));
 }

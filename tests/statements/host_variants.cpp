@@ -17,6 +17,7 @@ using command::TaskName;
 const char* const kQueued = "UPDATE kx_job SET jobstateid = 'QUEUED'";
 const char* const kWaiting =
     "UPDATE kx_JobItem SET jobitemstateid = NULL, jobtaskguid = NULL, sequence = 7200";
+constexpr std::int64_t kItemSequence = 7200;
 const char* const kHintBefore = "UPDATE kx_job SET nextjobitem = 7190";
 const char* const kHintFarBefore = "UPDATE kx_job SET nextjobitem = 7100";
 const char* const kHintBehind = "UPDATE kx_job SET nextjobitem = 7300";
@@ -135,7 +136,12 @@ Variant Finishing(bool first, bool second, const std::string& note) {
             .call = [first, second, note](const VariantStore& store) {
                 std::vector<command::ItemResult> results;
                 for (const bool succeeded : {first, second}) {
-                    results.push_back({kItemGuid, succeeded, "a start", "an end", note});
+                    results.push_back({.item = kItemGuid,
+                                       .sequence = kItemSequence,
+                                       .succeeded = succeeded,
+                                       .start = "a start",
+                                       .end = "an end",
+                                       .note = note});
                 }
                 FinishItems(store.host, Task(), results, 0.25);
             }};
