@@ -129,6 +129,32 @@ bool IsObscure(char next, char behind) {
     return kParameters.find(next) != std::string_view::npos;
 }
 
+/// False for a kind of statement to leave as it is, and for the x of a blob.
+bool ReadWord(Pieces& pieces, Words& words) {
+    const std::string_view word = pieces.Name();
+    const bool beginsBlob = (word == "x" || word == "X") && !pieces.AtEnd() && pieces.Next() == '\'';
+    return words.Add(word) && !beginsBlob;
+}
+
+/// Goes over one piece, and gives the literal when it is one to take out. False when it is not understood.
+bool ReadPiece(Pieces& pieces, Words& words, std::optional<SqlLiteral>& literal) {
+    const char next = pieces.Next();
+    if (BeginsName(next)) return ReadWord(pieces, words);
+    if (IsDecimal(next) || (next == '.' && IsDecimal(pieces.Behind()))) {
+        const std::string_view digits = pieces.Number();
+        if (words.NumbersAreValues()) literal = TakenNumber(digits);
+        return true;
+    }
+    if (ClosingMark(next) != '\0') {
+        const std::string_view quoted = pieces.Quoted();
+        if (next == '\'' && !quoted.empty()) literal = TakenText(quoted);
+        return !quoted.empty();
+    }
+    if (IsObscure(next, pieces.Behind())) return false;
+    pieces.Skip();
+    return true;
+}
+
 }  // namespace
 
 bool StatementShape::Read(std::string_view sql) {
@@ -138,26 +164,9 @@ bool StatementShape::Read(std::string_view sql) {
     Words words;
     std::size_t written = 0;  // as much of the statement is in the text, or is a literal
     for (Pieces pieces(sql); !pieces.AtEnd();) {
-        const char next = pieces.Next();
         const std::size_t start = pieces.Place();
         std::optional<SqlLiteral> literal;
-        std::string_view piece;
-        if (BeginsName(next)) {
-            piece = pieces.Name();
-            if (!words.Add(piece)) return false;
-            if ((piece == "x" || piece == "X") && !pieces.AtEnd() && pieces.Next() == '\'') return false;
-        } else if (IsDecimal(next) || (next == '.' && IsDecimal(pieces.Behind()))) {
-            piece = pieces.Number();
-            if (words.NumbersAreValues()) literal = TakenNumber(piece);
-        } else if (ClosingMark(next) != '\0') {
-            piece = pieces.Quoted();
-            if (piece.empty()) return false;
-            if (next == '\'') literal = TakenText(piece);
-        } else if (IsObscure(next, pieces.Behind())) {
-            return false;
-        } else {
-            pieces.Skip();
-        }
+        if (!ReadPiece(pieces, words, literal)) return false;
         if (!literal) continue;
         if (literals_.size() == kMostLiterals) return false;
         literals_.push_back(*literal);
