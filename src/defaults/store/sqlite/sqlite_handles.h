@@ -14,17 +14,21 @@ struct FinalizeSqliteStatement {
 };
 
 /// A statement that is kept can run again.
-struct LetGoOfSqliteStatement {
-    bool isKept = false;
+class LetGoOfSqliteStatement {
+public:
+    explicit LetGoOfSqliteStatement(bool isKept) : isKept_(isKept) {}
 
     void operator()(sqlite3_stmt* statement) const {
-        if (!isKept) {
+        if (!isKept_) {
             sqlite3_finalize(statement);
             return;
         }
         sqlite3_reset(statement);
         sqlite3_clear_bindings(statement);
     }
+
+private:
+    bool isKept_;
 };
 
 /// Closed when it goes; an open transaction is rolled back.

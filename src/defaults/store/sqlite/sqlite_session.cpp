@@ -163,15 +163,16 @@ SqliteStatement SqliteSession::PrepareShape() {
 }
 
 RunningStatement SqliteSession::Ready(const std::string& sql) {
-    if (!shape_.Read(sql)) return {Prepare(sql).release(), {.isKept = false}};
+    const LetGoOfSqliteStatement finalize(false);
+    if (!shape_.Read(sql)) return {Prepare(sql).release(), finalize};
     auto known = kept_.find(shape_.Text());
     if (known == kept_.end()) {
         SqliteStatement statement = PrepareShape();
-        if (statement == nullptr) return {Prepare(sql).release(), {.isKept = false}};
+        if (statement == nullptr) return {Prepare(sql).release(), finalize};
         if (kept_.size() == kMostKept) kept_.clear();
         known = kept_.emplace(shape_.Text(), std::move(statement)).first;
     }
-    RunningStatement running(known->second.get(), {.isKept = true});
+    RunningStatement running(known->second.get(), LetGoOfSqliteStatement(true));
     int place = 0;
     for (const SqlLiteral& literal : shape_.Literals()) Bind(running.get(), ++place, literal);
     return running;
