@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "automation/letter_case.h"
+#include "support/fuzz_input.h"
 
 namespace kxjob::fuzz {
 namespace {
@@ -26,8 +27,11 @@ StatementWatch::~StatementWatch() {
 }
 
 int StatementWatch::OnStatement(unsigned /*kind*/, void* self, void* statement, void* /*text*/) {
-    static_cast<StatementWatch*>(self)->statements_.emplace_back(
-        sqlite3_sql(static_cast<sqlite3_stmt*>(statement)));
+    // As it would stand without bound values: a statement that is kept prepared has its literals bound.
+    const std::unique_ptr<char, void (*)(void*)> text(
+        sqlite3_expanded_sql(static_cast<sqlite3_stmt*>(statement)), sqlite3_free);
+    Require(text != nullptr, "a statement can be shown with its values");
+    static_cast<StatementWatch*>(self)->statements_.emplace_back(text.get());
     return 0;
 }
 
