@@ -65,6 +65,23 @@ TEST_F(ObservedMethod, IsEnteredReachesItsStatementsAndIsLeft) {
     InFrame("Probe", {}, body);
 }
 
+TEST_F(ObservedMethod, ReachesEachLineThatAsksAboutAnArray) {
+    const Value array = Array::List({"a", "b"});
+    const auto body = [&array](Frame& frame) {
+        frame.LowerBound(array);
+        frame.UpperBound(array);
+        frame.ElementCount(array);
+        frame.DimensionCount(array);
+    };
+    const int end = __LINE__ - 1;
+    InSequence inThisOrder;
+    EXPECT_CALL(observer, Enter("JobHelper", "Probe", SizeIs(0)));
+    for (int line = end - 4; line < end; ++line) EXPECT_CALL(observer, At(line));
+    EXPECT_CALL(observer, Leave("Probe", IsNull(), SizeIs(0)));
+
+    InFrame("Probe", {}, body);
+}
+
 TEST_F(ObservedMethod, IsLeftWithItsResult) {
     InSequence inThisOrder;
     EXPECT_CALL(observer, Enter("JobHelper", "ParameterTagName", SizeIs(0)));
