@@ -115,9 +115,9 @@ inline Check() {
 
 /* ---- transactions ---- */
 
-/* code: apps/kxjob/work/protocol/item_lots.cpp: Take
+/* code: protocol/item_lots.cpp: Take
  * says: SET lastjobitem = lastjobitem WHERE jobtaskguid = {} AND jobtaskstateid = 'RUNNING'
- * code: apps/kxjob/work/protocol/item_results.cpp: LockTask
+ * code: protocol/item_results.cpp: LockTask
  * says: SET lastjobitem = {} WHERE jobtaskguid = {} AND jobtaskstateid = 'RUNNING'
  */
 inline LockTask() {
@@ -132,7 +132,7 @@ inline LockTask() {
 
 inline LockJob() { jobBy = s + 1; newHint = hint; newSucceeded = succeeded; newFailed = failed }
 
-/* code: apps/kxjob/work/protocol/item_lots.cpp: Take
+/* code: protocol/item_lots.cpp: Take
  * says: SET nextjobitem = {} WHERE jobguid = {} AND jobstateid = 'RUNNING' AND nextjobitem < {}
  */
 inline RaiseHint() {
@@ -161,7 +161,7 @@ inline Write(which, itsState, itsOwner) {
     i = 0
 }
 
-/* code: apps/kxjob/work/protocol/item_lots.cpp: Take
+/* code: protocol/item_lots.cpp: Take
  * says: WHERE jobguid = {} AND sequence BETWEEN {} AND {} AND {}{} AND EXISTS (SELECT 1 FROM {} WHERE jobtaskguid = {} AND jobtaskstateid = 'RUNNING') AND EXISTS (SELECT 1 FROM {} WHERE jobguid = {} AND jobstateid = 'RUNNING')
  */
 #ifdef BREAK_TAKE_WHAT_WAS_READ
@@ -184,7 +184,7 @@ inline TakeItems() {
     }
 }
 
-/* code: apps/kxjob/work/protocol/item_results.cpp: Held
+/* code: protocol/item_results.cpp: Held
  * says: jobitemguid IN ({}) AND jobtaskguid = {} AND jobitemstateid = 'RUNNING'
  */
 #ifdef BREAK_FINISH_WITHOUT_CLAIM
@@ -193,9 +193,9 @@ inline TakeItems() {
 #define STILL_HELD HELD_BY(T)
 #endif
 
-/* code: apps/kxjob/work/protocol/item_results.cpp: Count
+/* code: protocol/item_results.cpp: Count
  * says:  AND EXISTS (SELECT 1 FROM {} WHERE {})
- * code: apps/kxjob/work/protocol/item_results.cpp: Adding
+ * code: protocol/item_results.cpp: Adding
  * says: {0} = COALESCE({0}, 0) + (SELECT COUNT(*) FROM {1} WHERE {2})
  */
 inline CountItems() {
@@ -220,7 +220,7 @@ inline CountItems() {
 }
 
 /* One statement for those that succeeded and one for those that failed, of different rows: taken together.
- * code: apps/kxjob/work/protocol/item_results.cpp: Write
+ * code: protocol/item_results.cpp: Write
  * says: SET jobitemstateid = {}, startdt = {}, enddt = {}{} WHERE {}
  */
 inline FinishHeld() {
@@ -234,9 +234,9 @@ inline FinishHeld() {
     }
 }
 
-/* code: apps/kxjob/work/protocol/task_claims.cpp: CloseTask
+/* code: protocol/task_claims.cpp: CloseTask
  * says: SET jobtaskstateid = {}, enddt = {} WHERE jobtaskguid = {} AND jobtaskstateid = 'RUNNING'
- * code: apps/kxjob/work/protocol/task_claims.cpp: TakeOver
+ * code: protocol/task_claims.cpp: TakeOver
  * says: AND jobtaskstateid = 'RUNNING' AND enddt = {}
  */
 #ifdef BREAK_TAKE_OVER_RENEWED
@@ -257,7 +257,7 @@ inline EndTheTask() {
     }
 }
 
-/* code: apps/kxjob/work/protocol/task_claims.cpp: GivingBack
+/* code: protocol/task_claims.cpp: GivingBack
  * says: SET nextjobitem = CASE WHEN nextjobitem > {1} THEN {1} ELSE nextjobitem END WHERE jobguid = {2}
  */
 inline LowerHint() {
@@ -272,7 +272,7 @@ inline LowerHint() {
     }
 }
 
-/* code: apps/kxjob/work/protocol/task_claims.cpp: GivingBack
+/* code: protocol/task_claims.cpp: GivingBack
  * says: jobguid = {} AND jobtaskguid = {} AND jobitemstateid = 'RUNNING'
  * says:  AND sequence BETWEEN {} AND {}
  * says:  AND EXISTS (SELECT 1 FROM {} WHERE jobtaskguid = {} AND jobtaskstateid IN ('COMPLETE', 'FAILED'))
@@ -336,7 +336,7 @@ inline End(isKept) {
     }
 }
 
-/* code: apps/kxjob/work/protocol/task_claims.cpp: EndAndGiveBack
+/* code: protocol/task_claims.cpp: EndAndGiveBack
  * says: store.ExecuteTogether(statements);
  */
 inline EndAndGiveBack() {
@@ -375,9 +375,9 @@ proctype Session(byte s) {
 }
 
 /* The pulse of whichever host: claims that have run out. A living host's runs out only when it is slow.
- * code: apps/kxjob/work/protocol/task_claims.cpp: ExpiredTasks
+ * code: protocol/task_claims.cpp: ExpiredTasks
  * says: jobtaskstateid = 'RUNNING' AND enddt IS NOT NULL AND enddt < {}
- * code: apps/kxjob/work/host/pulse.cpp: TakeOverExpired
+ * code: host/pulse.cpp: TakeOverExpired
  */
 #define OWNER_IS_DEAD(x) worker[x / 2].isDead
 #define HAS_EXPIRED(x) (x < TASKS && task[x].state == RUNNING && task[x].claim != 0 && (OWNER_IS_DEAD(x) || slow < SLOW))
@@ -425,7 +425,7 @@ inline NewLock(name) {
 #define MAY_LOSE (losses < LOSSES && s == 0)  /* workers are alike: it is worker 0 */
 #define LOSE losses++; isAlone[s] = true; s++
 
-/* code: apps/kxjob/work/protocol/job_course.cpp: IsHeldByOther
+/* code: protocol/job_course.cpp: IsHeldByOther
  * says: jobtaskstateid = 'RUNNING' AND lockguid = {} AND jobtaskguid <> {}
  */
 #define HELD_IN(x, lock_) (x != t && task[x].state == RUNNING && task[x].lock == lock_)
@@ -440,8 +440,8 @@ proctype Worker(byte w) {
         atomic { s = 2 * w; t = 2 * w };
 choose:
         /* Several reads: they only say where to look, each write asks again.
-         * code: apps/kxjob/work/protocol/job_choice.cpp: ChooseJob
-         * code: apps/kxjob/work/host/worker.cpp: NextJob
+         * code: protocol/job_choice.cpp: ChooseJob
+         * code: host/worker.cpp: NextJob
          */
         if
         :: jobState == COMPLETE || worker[w].isStopped -> goto over
@@ -450,7 +450,7 @@ choose:
             isAvoided = false; NewLock(worker[w].startLock) }
         fi;
 
-        /* code: apps/kxjob/work/protocol/job_course.cpp: StartJob
+        /* code: protocol/job_course.cpp: StartJob
          * says: SET jobstateid = 'RUNNING', startdt = {}, jobeditorlockguid = {} WHERE jobguid = {} AND jobstateid = 'QUEUED'
          * says: if (now.lock != lock) return JobStart::Already;
          */
@@ -481,18 +481,18 @@ start:
         fi;
         if
         :: atomic { i == 1 -> i = 0; goto choose }
-        /* code: apps/kxjob/work/protocol/task_claims.cpp: RegisterTask */
+        /* code: protocol/task_claims.cpp: RegisterTask */
         :: d_step {
             i == 0 && task[t].by == 0 ->
             assert(HELD_BY(t) == 0);
             task[t].state = RUNNING; task[t].claim = 0; task[t].lock = 0; worker[w].isLost = false; worker[w].current = t
            }
         fi;
-        /* code: apps/kxjob/work/protocol/task_claims.cpp: RenewClaims */
+        /* code: protocol/task_claims.cpp: RenewClaims */
         d_step { task[t].claim = 1; isKnown = true };
 
-        /* code: apps/kxjob/work/host/worker.cpp: WorkLots
-         * code: apps/kxjob/work/protocol/item_lots.cpp: FirstWaiting
+        /* code: host/worker.cpp: WorkLots
+         * code: protocol/item_lots.cpp: FirstWaiting
          */
 claim:
         atomic {
@@ -518,7 +518,7 @@ claim:
             i = 0; lo = 0; mine = 0;
             ASK(CLAIM, t, lot)
         };
-        /* code: apps/kxjob/work/protocol/item_lots.cpp: HeldWithin
+        /* code: protocol/item_lots.cpp: HeldWithin
          * says:  AND jobtaskguid = {} AND jobitemstateid = 'RUNNING' ORDER BY sequence, jobitemguid
          */
         if
@@ -531,7 +531,7 @@ claim:
         :: mine == 0 && !(jobState == RUNNING && task[t].state == RUNNING) -> goto ending
         fi;
 
-        /* code: apps/kxjob/work/host/worker.cpp: WorkLot */
+        /* code: host/worker.cpp: WorkLot */
 work:
         atomic {
             if
@@ -552,9 +552,9 @@ work:
             od
         };
 
-        /* code: apps/kxjob/work/host/worker.cpp: WriteResults
+        /* code: host/worker.cpp: WriteResults
          * says: if (task_->isLost) return;
-         * code: apps/kxjob/work/host/result_buffer.cpp: WriteLocked
+         * code: host/result_buffer.cpp: WriteLocked
          */
 write:
         atomic {
@@ -576,7 +576,7 @@ written:
             fi
         };
 
-        /* code: apps/kxjob/work/protocol/item_lots.cpp: Held
+        /* code: protocol/item_lots.cpp: Held
          * says: isLastLotAll_ = false;
          */
 reclaim:
@@ -588,7 +588,7 @@ reclaim:
             fi
         };
 
-        /* code: apps/kxjob/work/protocol/job_course.cpp: EndJob */
+        /* code: protocol/job_course.cpp: EndJob */
 ending:
         atomic {
             if
@@ -604,7 +604,7 @@ ending:
             :: jobState == RUNNING && jobLock == 0 -> NewLock(worker[w].new)
             fi
         };
-        /* code: apps/kxjob/work/protocol/job_course.cpp: GiveFirstLock
+        /* code: protocol/job_course.cpp: GiveFirstLock
          * says:  AND (jobeditorlockguid IS NULL OR jobeditorlockguid = '')
          */
         d_step { (jobLock != 0 || jobBy == 0) -> jobLock = (jobLock == 0 -> worker[w].new : jobLock); worker[w].new = 0 };
@@ -630,7 +630,7 @@ ask:
             fi
         };
         d_step { task[t].by == 0 -> task[t].lock = worker[w].new; NewLock(worker[w].last) };
-        /* code: apps/kxjob/work/protocol/job_course.cpp: EndJob
+        /* code: protocol/job_course.cpp: EndJob
          * says: SET jobstateid = 'COMPLETE', jobeditorlockguid = {} WHERE jobguid = {} AND jobstateid = 'RUNNING' AND jobeditorlockguid = {} AND NOT EXISTS (SELECT 1 FROM {} WHERE jobguid = {} AND ({} OR jobitemstateid = 'RUNNING'))
          */
         if
@@ -647,7 +647,7 @@ ask:
             fi
            }
         fi;
-        /* code: apps/kxjob/work/protocol/job_course.cpp: EndJob
+        /* code: protocol/job_course.cpp: EndJob
          * says: if (then.lock != lastLock) return JobEnd::ByOthers;
          */
         atomic {
@@ -660,7 +660,7 @@ ask:
 byOthers:
         isAvoided = true;
 
-        /* code: apps/kxjob/work/host/worker.cpp: EndTask
+        /* code: host/worker.cpp: EndTask
          * says: if (task_->isLost) return host_.report.TaskLost(task_->name.task);
          */
 close:
@@ -702,9 +702,9 @@ active proctype Fate() {
     /* a transaction whose worker has gone may be rolled back, at any moment */
     :: isAlone[0] && IS_BUSY(0) && !isBroken[0] -> isBroken[0] = true
     /* the pulse of a host
-     * code: apps/kxjob/work/host/pulse.cpp: Renew
+     * code: host/pulse.cpp: Renew
      * says: tasks[i]->isLost = !standings[i].isRunning;
-     * code: apps/kxjob/work/protocol/task_claims.cpp: RenewClaims
+     * code: protocol/task_claims.cpp: RenewClaims
      * says: SET enddt = {} WHERE jobtaskguid IN ({}) AND jobtaskstateid = 'RUNNING'
      */
     :: d_step { renewals < RENEWALS && !worker[0].isDead && task[worker[0].current].state == RUNNING && task[worker[0].current].claim != 0 && task[worker[0].current].by == 0 ->
