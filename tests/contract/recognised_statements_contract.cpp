@@ -11,7 +11,7 @@
 #include "kxjob/array.h"
 #include "support/raised_error.h"
 
-// Sessions take statements apart that they understand: they keep them prepared, or join them. Behind a
+// Sessions take statements apart that they understand: they keep them prepared, or join them. With a
 // comment nothing is understood, and a statement runs as it stands; the effect must be the same.
 namespace kxjob::testing_support {
 namespace {
@@ -131,6 +131,75 @@ TEST_P(RecognisedStatements, DoOneByOneWhatTheyDoAsTheyStand) {
     for (const std::string& one : AsTheyStand(RandomStatements(99).Make("u", kStatements))) Execute(one);
 
     ExpectTheSame();
+}
+
+TEST_P(RecognisedStatements, ReadAgainAndAgainWhatTheyReadAsTheyStand) {
+    constexpr int kStatements = 60;
+    constexpr std::array kQueries = {"SELECT * FROM t WHERE k = ", "SELECT k, n, v, 'x' FROM t WHERE v = ",
+                                     "SELECT COUNT(*), MAX(n) FROM t WHERE k <> 'k1' AND v < ",
+                                     "SELECT n FROM t WHERE n IN (0, 1, 7) AND k > ",
+                                     "SELECT CASE WHEN k < 'k3' THEN 'low' ELSE v END FROM t WHERE k < "};
+    for (const std::string& one : RandomStatements(7).Make("t", kStatements)) Execute(one);
+
+    for (const char* query : kQueries) {
+        for (const char* text : {"'k5'", "'a'", "'it''s'", "''", "'k9'", "'\u00E9\U0001F600'", "'none'"}) {
+            const std::string sql = std::string(query) + text + " ORDER BY 1";
+            EXPECT_EQ(Query(sql, true), Query(sql + " /* as it stands */", true)) << sql;
+        }
+    }
+}
+
+TEST_P(RecognisedStatements, KeepTheirLiteralsAmongManyOthers) {
+    constexpr int kShapes = 150;
+    Execute("INSERT INTO t (k, n) VALUES ('a', 0)");
+    for (const char* text : {"x", "y", "z"}) {
+        for (int shape = 0; shape < kShapes; ++shape) {
+            const std::string column = "c" + std::to_string(shape);
+            const Value rows = Query("SELECT '" + column + text + "' AS " + column + " FROM t WHERE k = 'a'");
+            EXPECT_EQ(rows.Rows().Cell(0, 0), Value(column + text));
+        }
+    }
+}
+
+TEST_P(RecognisedStatements, MeetTheTableAsItIsNow) {
+    const auto putAndLook = [&](const std::string& key) {
+        Execute("INSERT INTO later (k, v) VALUES ('" + key + "', 'x" + key + "')");
+        return Query("SELECT * FROM later WHERE k = '" + key + "'");
+    };
+    Execute("CREATE TABLE later (k varchar(8), v varchar(8))");
+    for (const char* key : {"1", "2", "3"})
+        EXPECT_EQ(putAndLook(key).Rows().Cell(1, 0), Value(std::string("x") + key));
+
+    Execute("ALTER TABLE later ADD COLUMN n integer DEFAULT 17");
+    for (const char* key : {"4", "5", "6"}) EXPECT_EQ(putAndLook(key).Rows().Cell(2, 0), Value(17));
+    Execute("DROP TABLE later");
+    EXPECT_EQ(ErrorOf([&] { putAndLook("7"); }).Description().substr(0, 7), "[42S02]");
+    Execute("CREATE TABLE later (v varchar(8), k integer)");
+
+    for (const int key : {8, 9, 10}) {
+        const Value rows = putAndLook(std::to_string(key));
+        EXPECT_EQ(rows.Rows().Cell(0, 0), Value("x" + std::to_string(key)));
+        EXPECT_EQ(rows.Rows().Cell(1, 0), Value(key));
+    }
+}
+
+TEST_P(RecognisedStatements, FailAgainAndAgainAsTheyFailAsTheyStand) {
+    constexpr std::array kFaults = {
+        "INSERT INTO t (k, n) VALUES ('first', 1)",      "INSERT INTO t (k, v) VALUES (NULL, 'no key')",
+        "INSERT INTO missing (k) VALUES ('a')",          "UPDATE t SET missing = 'a' WHERE k = 'first'",
+        "SELECT 'a' FROM t WHERE k = 'b' WHERE k = 'c'", "SELECT 'a' FROM t WHERE missing(k, 'a') = 'b'"};
+    Execute("INSERT INTO t (k) VALUES ('first')");
+    for (const std::string fault : kFaults) {
+        const AutomationError plain = ErrorOf([&] { Execute(fault + " /* as it stands */"); });
+        for (int time = 0; time < 4; ++time) {
+            const AutomationError error = ErrorOf([&] { Execute(fault); });
+
+            EXPECT_EQ(error.Number(), plain.Number()) << fault;
+            EXPECT_EQ(error.Description().substr(0, 7), plain.Description().substr(0, 7)) << fault;
+        }
+        Execute("UPDATE t SET n = 2 WHERE k = 'first'");
+    }
+    EXPECT_EQ(Query("SELECT n FROM t").Rows().Cell(0, 0), Value(2));
 }
 
 TEST_P(RecognisedStatements, FailAtThePlaceAtWhichTheyFailAsTheyStand) {

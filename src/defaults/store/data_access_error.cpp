@@ -1,7 +1,5 @@
 #include "defaults/store/data_access_error.h"
 
-#include "kxjob/automation_error.h"
-
 namespace kxjob {
 namespace {
 
@@ -25,6 +23,12 @@ void RaiseConnectionFailed(std::string_view why, std::string_view sqlState) {
 void RaiseNoRow() {
     throw AutomationError(error_number::kNoRow, kSource,
                           InBrackets("02000").append("The query found no row"));
+}
+
+std::string_view StateOf(const AutomationError& error) {
+    const std::string_view description = error.Description();
+    return description.starts_with('[') ? description.substr(1, description.find(']') - 1)
+                                        : std::string_view();
 }
 
 std::string WithPlace(const std::string& description, std::string_view place) {

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "kxjob/automation_error.h"
+
 namespace kxjob {
 
 /// Raises 0x80040000 + 703, described as "[sqlState] what".
@@ -15,6 +17,9 @@ namespace kxjob {
 
 /// Raises 0x80040000 + 702: a query that had to find a row found none.
 [[noreturn]] void RaiseNoRow();
+
+/// The SQLSTATE that the description of such an error starts with.
+std::string_view StateOf(const AutomationError& error);
 
 /// `description` with `place` and a colon behind the SQLSTATE in brackets that it starts with.
 std::string WithPlace(const std::string& description, std::string_view place);

@@ -1,5 +1,6 @@
 #include "defaults/store/session_cache.h"
 
+#include "defaults/store/data_access_error.h"
 #include "defaults/store/open_session.h"
 
 namespace kxjob {
@@ -11,7 +12,7 @@ Session& SessionCache::Of(const std::string& connectionString) {
 }
 
 bool IsMissingTable(const AutomationError& error) {
-    return error.Number() == error_number::kStatementFailed && error.Description().starts_with("[42S02]");
+    return error.Number() == error_number::kStatementFailed && StateOf(error) == "42S02";
 }
 
 }  // namespace kxjob

@@ -28,15 +28,8 @@ bool ContinuesName(char character) {
     return BeginsName(character) || IsDecimal(character) || character == '$';
 }
 
-/// The character that ends what is quoted; 0 when nothing is.
-char ClosingMark(char opening) {
-    switch (opening) {
-        case '\'':
-        case '"':
-        case '`': return opening;
-        case '[': return ']';
-        default: return '\0';
-    }
+bool BeginsQuoted(char character) {
+    return character == '\'' || character == '"' || character == '`';
 }
 
 /// Goes through a statement from left to right, and gives a piece at a time.
@@ -61,12 +54,11 @@ public:
     }
     /// With its quotes; a doubled one is none. Empty when it does not end.
     std::string_view Quoted() {
-        const char closing = ClosingMark(Next());
-        std::size_t end = place_ + 1;
-        for (;; end += 2) {
-            end = sql_.find(closing, end);
+        const char quote = Next();
+        for (std::size_t end = place_ + 1;; end += 2) {
+            end = sql_.find(quote, end);
             if (end == std::string_view::npos) return {};
-            if (closing == ']' || At(end + 1) != closing) return Until(end + 1);
+            if (At(end + 1) != quote) return Until(end + 1);
         }
     }
 
@@ -122,18 +114,18 @@ private:
     bool numbersAreValues_ = true;
 };
 
-/// Where a comment, a parameter or something unknown begins.
+/// Where a comment, a parameter, another statement, or what engines read in different ways begins.
 bool IsObscure(char next, char behind) {
-    constexpr std::string_view kParameters = "?:@$#\\";
-    if ((next == '-' && behind == '-') || (next == '/' && behind == '*') || next == '\0') return true;
-    return kParameters.find(next) != std::string_view::npos;
+    constexpr std::string_view kMarks = "?:@$#\\;[";
+    if ((next == '-' && behind == '-') || (next == '/' && behind == '*')) return true;
+    return kMarks.find(next) != std::string_view::npos || (next == '&' && behind == '\'');
 }
 
-/// False for a kind of statement to leave as it is, and for the x of a blob.
+/// False for a kind of statement to leave as it is, and before a text that is no plain one: x'', E'',
+/// _utf8''.
 bool ReadWord(Pieces& pieces, Words& words) {
     const std::string_view word = pieces.Name();
-    const bool beginsBlob = (word == "x" || word == "X") && !pieces.AtEnd() && pieces.Next() == '\'';
-    return words.Add(word) && !beginsBlob;
+    return words.Add(word) && pieces.Next() != '\'';
 }
 
 /// Goes over one piece, and gives the literal when it is one to take out. False when it is not understood.
@@ -145,7 +137,7 @@ bool ReadPiece(Pieces& pieces, Words& words, std::optional<SqlLiteral>& literal)
         if (words.NumbersAreValues()) literal = TakenNumber(digits);
         return true;
     }
-    if (ClosingMark(next) != '\0') {
+    if (BeginsQuoted(next)) {
         const std::string_view quoted = pieces.Quoted();
         if (next == '\'' && !quoted.empty()) literal = TakenText(quoted);
         return !quoted.empty();
@@ -160,7 +152,7 @@ bool ReadPiece(Pieces& pieces, Words& words, std::optional<SqlLiteral>& literal)
 bool StatementShape::Read(std::string_view sql) {
     text_.clear();
     literals_.clear();
-    if (sql.size() > kLongest) return false;
+    if (sql.size() > kLongest || sql.find('\0') != std::string_view::npos) return false;
     Words words;
     std::size_t written = 0;  // as much of the statement is in the text, or is a literal
     for (Pieces pieces(sql); !pieces.AtEnd();) {

@@ -19,7 +19,8 @@ struct SqlLiteral {
 class StatementShape {
 public:
     /// Takes a statement apart. False for one that is better sent as it stands: it is long, or of another
-    /// kind than SELECT, INSERT, UPDATE and DELETE, or holds something that is not understood for certain. A
+    /// kind than SELECT, INSERT, UPDATE and DELETE, or is followed by another one, or holds something that
+    /// not every engine understands in the same way: a comment, brackets, a text with a letter before it. A
     /// text with a doubled quote stays where it is, and so does a number that could count columns (ORDER BY
     /// 1) or is more than digits.
     bool Read(std::string_view sql);

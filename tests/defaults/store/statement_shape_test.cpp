@@ -46,7 +46,7 @@ TEST(StatementShape, LeavesNumbersThatCouldCountColumns) {
 TEST(StatementShape, LeavesWhatIsMoreThanDigitsOrADoubledQuote) {
     const std::string sql =
         "INSERT INTO t VALUES (1.5, .5, 1e+5, 0x1F, 1234567890123456789, NULL, 'it''s', '''', \"a'b\", "
-        "[c'd])";
+        "`c'd`)";
     StatementShape shape;
 
     ASSERT_TRUE(shape.Read(sql));
@@ -61,11 +61,13 @@ TEST(StatementShape, RefusesWhatItDoesNotUnderstandForCertain) {
          {"INSERT INTO t VALUES (x'00')", "INSERT INTO t VALUES ('a') -- b", "SELECT /* b */ 'a'", "SELECT ?",
           "SELECT :a", "SELECT @a", "SELECT $a", "SELECT 'a", "SELECT \"a", "CREATE TABLE t AS SELECT 'a'",
           "PRAGMA table_info('t')", "WITH a AS (SELECT 'a') SELECT * FROM a",
-          "REPLACE INTO t VALUES ('a')"}) {
+          "REPLACE INTO t VALUES ('a')", "SELECT E'\\'', 'a'", "SELECT U&'a'", "SELECT _utf8'a'",
+          "SELECT [a'b], 'c'", "UPDATE t SET a = 'b'; DELETE FROM t"}) {
         EXPECT_FALSE(shape.Read(sql)) << sql;
     }
     EXPECT_FALSE(shape.Read("SELECT 'a' WHERE b = '" + std::string(5000, 'b') + "'"));
     EXPECT_FALSE(shape.Read(std::string_view("SELECT 'a'\0", 11)));
+    EXPECT_FALSE(shape.Read(std::string_view("SELECT 'a\0b'", 12)));
 }
 
 TEST(StatementShape, ForgetsTheStatementBefore) {

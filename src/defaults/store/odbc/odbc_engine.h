@@ -37,6 +37,7 @@ struct OdbcEngine {
     SQLSMALLINT longText = kDriverLongText;  // the SQL type that a long text is bound as
     std::span<const ErrorRule> errors;
     std::string_view nowQuery = {};  // selects the time by the store's clock as ISO text in UTC
+    bool prepares = false;           // statements that come again are prepared
 };
 
 /// The entry of the database system that a driver names; one without peculiarities when there is none.

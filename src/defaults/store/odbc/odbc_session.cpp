@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <memory>
 #include <string_view>
 
 #include "automation/letter_case.h"
@@ -35,16 +36,17 @@ bool CanBeUndone(std::string_view statement) {
     return word == "insert" || word == "update" || word == "delete";
 }
 
-std::string StateOf(const AutomationError& error) {
-    const std::string& description = error.Description();
-    return description.substr(0, description.find(']'));
-}
-
 /// Whether another session was to blame: locks, a deadlock, a time limit.
 bool IsPassing(const AutomationError& error) {
-    const std::string state = StateOf(error);
-    return state == "[HYT00" || state == "[40001" || state == "[57014";
+    const std::string_view state = StateOf(error);
+    return state == "HYT00" || state == "40001" || state == "57014";
 }
+
+/// A prepared statement is started again later: nothing of its rows may stay behind.
+struct CloseOdbcStatement {
+    void operator()(OdbcStatement* statement) const noexcept { statement->Close(); }
+};
+using StartedStatement = std::unique_ptr<OdbcStatement, CloseOdbcStatement>;
 
 }  // namespace
 
@@ -71,7 +73,7 @@ private:
 OdbcSession::OdbcSession(const std::string& connectionString) : connection_(connectionString) {
     for (const std::string_view statement : connection_.Engine().setUp) {
         try {
-            OdbcStatement(connection_).Run(std::string(statement));
+            Run(std::string(statement));
         } catch (const AutomationError& error) {
             RaiseConnectionFailed("the session could not be set up: " + error.Description());
         }
@@ -79,11 +81,18 @@ OdbcSession::OdbcSession(const std::string& connectionString) : connection_(conn
 }
 
 void OdbcSession::Execute(const std::string& sql) {
-    OdbcStatement(connection_).Run(sql);
+    if (const StartedStatement prepared(prepared_.Execute(sql)); prepared != nullptr) {
+        prepared->Finish();
+    } else {
+        Run(sql);
+    }
 }
 
 Value OdbcSession::Query(const std::string& sql) {
-    return OdbcStatement(connection_).Rows(sql);
+    if (const StartedStatement prepared(prepared_.Execute(sql)); prepared != nullptr) return prepared->Rows();
+    OdbcStatement statement(connection_);
+    statement.Execute(sql);
+    return statement.Rows();
 }
 
 void OdbcSession::WriteLongText(const std::string& table, const std::string& keyColumn,
@@ -91,7 +100,9 @@ void OdbcSession::WriteLongText(const std::string& table, const std::string& key
                                 const std::string& value) {
     std::string sql = "UPDATE " + table + " SET " + valueColumn + " = ?";
     sql += " WHERE " + keyColumn + " = " + StandardSqlFormatter().FormatValue(keyValue);
-    OdbcStatement(connection_).RunWithText(sql, value);
+    OdbcStatement statement(connection_);
+    statement.ExecuteWithText(sql, value);
+    statement.Finish();
 }
 
 void OdbcSession::RunBatch(std::span<const std::string> statements) {
@@ -110,12 +121,18 @@ void OdbcSession::RunBatch(std::span<const std::string> statements) {
     }
 }
 
+void OdbcSession::Run(const std::string& sql) {
+    OdbcStatement statement(connection_);
+    statement.Execute(sql);
+    statement.Finish();
+}
+
 void OdbcSession::RunJoined(std::span<const std::string> statements) {
     const BatchForm& form = connection_.Engine().batch;
     if (!form.transaction && statements.size() == 1) return Execute(statements.front());
-    if (!form.transaction) return Execute(Joined(form, statements));
+    if (!form.transaction) return Run(Joined(form, statements));
     Transaction transaction(connection_);
-    Execute(Joined(form, statements));
+    Run(Joined(form, statements));
     transaction.Commit();
 }
 
@@ -123,7 +140,7 @@ void OdbcSession::RunOneByOne(std::span<const std::string> statements) {
     Transaction transaction(connection_);
     for (std::size_t i = 0; i < statements.size(); ++i) {
         try {
-            Execute(statements[i]);
+            Run(statements[i]);
         } catch (const AutomationError& error) {
             throw AtPlace(error, i, statements.size());
         }
@@ -138,7 +155,7 @@ std::optional<std::size_t> OdbcSession::FailingPlace(std::span<const std::string
     try {
         const Transaction undone(connection_);
         for (; place < statements.size() && CanBeUndone(statements[place]); ++place) {
-            Execute(statements[place]);
+            Run(statements[place]);
         }
     } catch (const AutomationError& again) {
         if (StateOf(again) == StateOf(error)) return place;

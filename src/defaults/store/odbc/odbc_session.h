@@ -5,13 +5,15 @@
 #include <string>
 
 #include "defaults/store/odbc/odbc_connection.h"
+#include "defaults/store/odbc/odbc_prepared_statements.h"
 #include "defaults/store/session.h"
 #include "kxjob/automation_error.h"
 
 namespace kxjob {
 
-/// A session on the store behind an ODBC driver. What is peculiar to the database system comes from its entry
-/// in odbc_engine.h.
+/// A session on the store behind an ODBC driver. Where the engine prepares, single statements that come again
+/// are prepared by their shape; a batch is sent as it stands. What is peculiar to the database system comes
+/// from its entry in odbc_engine.h.
 class OdbcSession : public Session {
 public:
     /// `connectionString` is in ODBC's own keywords. Raises 0x80040000 + 704 when it cannot connect, or
@@ -33,6 +35,8 @@ public:
 private:
     class Transaction;
 
+    /// Runs what the text holds to its end, as it stands.
+    void Run(const std::string& sql);
     void RunJoined(std::span<const std::string> statements);
     void RunOneByOne(std::span<const std::string> statements);
     /// Which statement of a batch that is undone raises `error`, where one does when they run by themselves.
@@ -40,6 +44,7 @@ private:
                                             const AutomationError& error);
 
     OdbcConnection connection_;
+    OdbcPreparedStatements prepared_{connection_};
 };
 
 }  // namespace kxjob

@@ -31,12 +31,12 @@ void RequireSendable(const std::string& sql) {
 OdbcStatement::OdbcStatement(OdbcConnection& connection)
     : connection_(connection), handle_(connection.NewStatement()), piece_(kFirstPiece) {}
 
-void OdbcStatement::Run(const std::string& sql) {
-    Start(sql);
-    Drain();
+void OdbcStatement::Execute(const std::string& sql) {
+    RequireSendable(sql);
+    Succeeded(ExecuteText(handle_.get(), sql));
 }
 
-void OdbcStatement::RunWithText(const std::string& sql, const std::string& value) {
+void OdbcStatement::ExecuteWithText(const std::string& sql, const std::string& value) {
     RequireSendable(sql);
     const DriverText text = ToDriverText(value);
     const auto bytes = static_cast<SQLLEN>(text.size() * sizeof(Unit));
@@ -55,14 +55,30 @@ void OdbcStatement::RunWithText(const std::string& sql, const std::string& value
         }
     }
     Succeeded(result);
-    Drain();
 }
 
-Value OdbcStatement::Rows(const std::string& sql) {
-    Start(sql);
+void OdbcStatement::Prepare(const std::string& sql) {
+    RequireSendable(sql);
+    Succeeded(PrepareText(handle_.get(), sql));
+}
+
+void OdbcStatement::Execute(std::span<const SqlLiteral> literals) {
+    parameters_.resize(literals.size());
+    for (std::size_t i = 0; i < literals.size(); ++i) {
+        Bind(static_cast<SQLUSMALLINT>(i + 1), literals[i], parameters_[i]);
+    }
+    Succeeded(SQLExecute(handle_.get()));
+}
+
+void OdbcStatement::Finish() {
+    while (Succeeded(SQLMoreResults(handle_.get()))) {
+    }
+}
+
+Value OdbcStatement::Rows() {
     const std::vector<CellKind> kinds = DescribeColumns();
     if (kinds.empty() || !Fetch()) {
-        Drain();
+        Finish();
         return {};
     }
     RowArray rows(static_cast<std::int32_t>(kinds.size()));
@@ -71,17 +87,22 @@ Value OdbcStatement::Rows(const std::string& sql) {
             rows.AddCell(Cell(static_cast<SQLUSMALLINT>(column + 1), kinds[column]));
         }
     } while (Fetch());
-    Drain();
+    Finish();
     return rows;
 }
 
-void OdbcStatement::Start(const std::string& sql) {
-    RequireSendable(sql);
-    Succeeded(ExecuteText(handle_.get(), sql));
-}
-
-void OdbcStatement::Drain() {
-    while (Succeeded(SQLMoreResults(handle_.get()))) {
+void OdbcStatement::Bind(SQLUSMALLINT place, const SqlLiteral& literal, Parameter& parameter) {
+    if (literal.isText) {
+        parameter.text = ToDriverText(literal.text);
+        parameter.length = static_cast<SQLLEN>(parameter.text.size() * sizeof(Unit));
+        Succeeded(SQLBindParameter(handle_.get(), place, SQL_PARAM_INPUT, kDriverText, kDriverShortText,
+                                   std::max<SQLULEN>(parameter.text.size(), 1), 0, parameter.text.data(),
+                                   parameter.length, &parameter.length));
+    } else {
+        parameter.number = static_cast<SQLINTEGER>(literal.number);
+        parameter.length = sizeof parameter.number;
+        Succeeded(SQLBindParameter(handle_.get(), place, SQL_PARAM_INPUT, SQL_C_SLONG, SQL_INTEGER, 0, 0,
+                                   &parameter.number, sizeof parameter.number, &parameter.length));
     }
 }
 

@@ -22,6 +22,7 @@ std::size_t WholeCharacters(std::basic_string_view<DriverText::value_type> text,
 /// Connects without asking anybody anything.
 SQLRETURN Connect(SQLHDBC connection, const std::string& connectionString);
 SQLRETURN ExecuteText(SQLHSTMT statement, const std::string& sql);
+SQLRETURN PrepareText(SQLHSTMT statement, const std::string& sql);
 /// A text that a driver tells about itself; empty when it does not.
 std::string InfoText(SQLHDBC connection, SQLUSMALLINT what);
 /// The record with this number, counted from 1; nothing when there are fewer.

@@ -14,9 +14,6 @@
 namespace kxjob {
 namespace {
 
-/// More are dropped all at once: only statements that never come again make so many.
-constexpr std::size_t kMostKept = 64;
-
 Value WholeNumber(sqlite3_int64 number) {
     if (std::in_range<std::int32_t>(number)) return static_cast<std::int32_t>(number);
     return static_cast<std::int64_t>(number);
@@ -165,14 +162,13 @@ SqliteStatement SqliteSession::PrepareShape() {
 RunningStatement SqliteSession::Ready(const std::string& sql) {
     const LetGoOfSqliteStatement finalize(false);
     if (!shape_.Read(sql)) return {Prepare(sql).release(), finalize};
-    auto known = kept_.find(shape_.Text());
-    if (known == kept_.end()) {
+    SqliteStatement* kept = kept_.Find(shape_.Text());
+    if (kept == nullptr) {
         SqliteStatement statement = PrepareShape();
         if (statement == nullptr) return {Prepare(sql).release(), finalize};
-        if (kept_.size() == kMostKept) kept_.clear();
-        known = kept_.emplace(shape_.Text(), std::move(statement)).first;
+        kept = &kept_.Keep(shape_.Text(), std::move(statement));
     }
-    RunningStatement running(known->second.get(), LetGoOfSqliteStatement(true));
+    RunningStatement running(kept->get(), LetGoOfSqliteStatement(true));
     int place = 0;
     for (const SqlLiteral& literal : shape_.Literals()) Bind(running.get(), ++place, literal);
     return running;

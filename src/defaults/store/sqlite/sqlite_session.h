@@ -1,11 +1,10 @@
 #pragma once
 
 #include <chrono>
-#include <cstddef>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 
+#include "defaults/store/kept_statements.h"
 #include "defaults/store/session.h"
 #include "defaults/store/sqlite/sqlite_error.h"
 #include "defaults/store/sqlite/sqlite_handles.h"
@@ -52,8 +51,8 @@ private:
     [[noreturn]] void RaiseLatest(SqliteStage stage);
 
     SqliteDatabase database_;
-    StatementShape shape_;                                   // of the latest statement
-    std::unordered_map<std::string, SqliteStatement> kept_;  // by the text of their shape
+    StatementShape shape_;  // of the latest statement
+    KeptStatements<SqliteStatement> kept_;
     bool lost_ = false;
 };
 

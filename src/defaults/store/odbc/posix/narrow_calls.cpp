@@ -43,6 +43,10 @@ SQLRETURN ExecuteText(SQLHSTMT statement, const std::string& sql) {
     return SQLExecDirect(statement, Bytes(sql), static_cast<SQLINTEGER>(sql.size()));
 }
 
+SQLRETURN PrepareText(SQLHSTMT statement, const std::string& sql) {
+    return SQLPrepare(statement, Bytes(sql), static_cast<SQLINTEGER>(sql.size()));
+}
+
 std::string InfoText(SQLHDBC connection, SQLUSMALLINT what) {
     std::array<SQLCHAR, 256> text{};
     SQLSMALLINT length = 0;

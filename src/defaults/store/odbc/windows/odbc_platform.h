@@ -13,8 +13,10 @@ namespace kxjob {
 /// A text as drivers take and give it here: UTF-16.
 using DriverText = std::wstring;
 
-/// What such a text is called in C, and what a parameter for a text of any length is called in SQL.
+/// What such a text is called in C, and what parameters for a short one and for one of any length are called
+/// in SQL.
 constexpr SQLSMALLINT kDriverText = SQL_C_WCHAR;
+constexpr SQLSMALLINT kDriverShortText = SQL_WVARCHAR;
 constexpr SQLSMALLINT kDriverLongText = SQL_WLONGVARCHAR;
 
 }  // namespace kxjob

@@ -47,6 +47,11 @@ SQLRETURN ExecuteText(SQLHSTMT statement, const std::string& sql) {
     return SQLExecDirectW(statement, Units(text), static_cast<SQLINTEGER>(text.size()));
 }
 
+SQLRETURN PrepareText(SQLHSTMT statement, const std::string& sql) {
+    const DriverText text = ToDriverText(sql);
+    return SQLPrepareW(statement, Units(text), static_cast<SQLINTEGER>(text.size()));
+}
+
 std::string InfoText(SQLHDBC connection, SQLUSMALLINT what) {
     std::array<SQLWCHAR, 256> text{};
     SQLSMALLINT bytes = 0;  // this call alone counts bytes
