@@ -117,7 +117,8 @@ void OdbcConnection::RaiseFailed(SQLSMALLINT handleType, SQLHANDLE handle) {
     const Diagnostic error = Decisive(records);
     const ErrorMeaning meaning = MeaningOf(error, *engine_);
     if (meaning.lost || IsDead()) lost_ = true;
-    RaiseStatementFailed(meaning.state, error.message);
+    // Some drivers say no more than "error" when they find out before the statement goes.
+    RaiseStatementFailed(lost_ && meaning.state == "HY000" ? "08S01" : meaning.state, error.message);
 }
 
 void OdbcConnection::RequireDone(SQLRETURN result) {

@@ -26,8 +26,11 @@ constexpr std::array kPostgreSqlErrors = {
     ErrorRule{.state = "55P03", .meaning = "HYT00"},  // lock time-out
     ErrorRule{.state = "40P01", .meaning = "40001"},  // deadlock
     ErrorRule{.state = "57P01", .lost = true},        // the server ends the connection
-    ErrorRule{.state = "57P02", .lost = true},       ErrorRule{.state = "57P03", .lost = true},
+    ErrorRule{.state = "57P02", .lost = true},
+    ErrorRule{.state = "57P03", .lost = true},
     ErrorRule{.state = "25006", .lost = true},  // a replica: another server may take writes by now
+    // Said of a prepared statement's parameters, by a driver that may still take the connection for alive.
+    ErrorRule{.state = "HY000", .messagePart = "connection has been lost", .meaning = "08S01", .lost = true},
 };
 
 /// Without STRICT a server cuts off what is too long and says nothing. The session of a cluster waits until
