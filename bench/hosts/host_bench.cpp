@@ -145,7 +145,7 @@ void RegisterHosts() {
             Register(name + std::to_string(hosts) + (hosts == 1 ? " process" : " processes"), 1,
                      [engine, hosts](benchmark::State& state) { MeasureHosts(state, engine, hosts); });
         }
-        Register(name + "full container", QuickOr(1, 3),
+        Register(name + "full container", QuickOr(1, 7),
                  [engine](benchmark::State& state) { MeasureFullContainer(state, engine); });
     }
 }

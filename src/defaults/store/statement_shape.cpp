@@ -1,18 +1,17 @@
 #include "defaults/store/statement_shape.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstddef>
 #include <optional>
 #include <utility>
 
-#include "automation/letter_case.h"
-
 namespace kxjob {
 namespace {
 
-/// Of a longer one the preparation is not what costs.
-constexpr std::size_t kLongest = 4096;
-constexpr std::size_t kMostLiterals = 32;
+/// Of a longer one the preparation is not what costs. There is room for a hundred rows of a batch.
+constexpr std::size_t kLongest = 32768;
+constexpr std::size_t kMostLiterals = 512;
 constexpr std::size_t kSurelyFitting = 18;  // digits of a number of 64 bits
 
 bool IsDecimal(char character) {
@@ -107,7 +106,11 @@ public:
 
 private:
     static bool Is(std::string_view word, std::string_view keyword) {
-        return word.size() == keyword.size() && FoldedCase(word) == keyword;
+        constexpr unsigned char kCase = 0x20;  // what a letter of ASCII differs in from its other form
+        return std::equal(
+            word.begin(), word.end(), keyword.begin(), keyword.end(), [](char one, char letter) {
+                return (static_cast<unsigned char>(one) | kCase) == static_cast<unsigned char>(letter);
+            });
     }
 
     bool isBefore_ = true;

@@ -13,13 +13,13 @@ using GuidBytes = std::array<unsigned char, 16>;
 
 std::string GuidText(const GuidBytes& bytes) {
     constexpr std::string_view kDigits = "0123456789ABCDEF";
-    std::string text = "{";
-    for (std::size_t i = 0; i < bytes.size(); ++i) {
-        if (i == 4 || i == 6 || i == 8 || i == 10) text += '-';
-        text += kDigits[bytes[i] >> 4U];
-        text += kDigits[bytes[i] & 0xFU];
+    std::string text = "{00000000-0000-0000-0000-000000000000}";
+    std::size_t place = 1;
+    for (const unsigned char byte : bytes) {
+        if (text[place] == '-') ++place;
+        text[place++] = kDigits[byte >> 4U];
+        text[place++] = kDigits[byte & 0xFU];
     }
-    text += '}';
     return text;
 }
 
