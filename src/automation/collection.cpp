@@ -36,9 +36,9 @@ bool Collection::Exists(std::string_view key) const {
 }
 
 void Collection::Remove(std::string_view key) {
-    const auto place = Find(key);
-    byKey_.erase(place->foldedKey);
-    entries_.erase(place);
+    const auto removed = byKey_.extract(FoldedCase(key));
+    if (removed.empty()) RaiseRuntimeError(error_number::kInvalidCall);
+    entries_.erase(removed.mapped());
 }
 
 std::list<Collection::Entry>::iterator Collection::Find(std::string_view key) const {

@@ -36,4 +36,8 @@ Utf8Character Utf8CharacterAt(std::string_view text, std::size_t place) {
     return {codePoint, start.length};
 }
 
+bool IsSurrogate(char32_t codePoint) {
+    return codePoint >= 0xD800 && codePoint <= 0xDFFF;
+}
+
 }  // namespace kxjob

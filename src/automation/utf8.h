@@ -16,8 +16,6 @@ struct Utf8Character {
 Utf8Character Utf8CharacterAt(std::string_view text, std::size_t place);
 
 /// A surrogate is one half of a character in UTF-16 and no character by itself.
-constexpr bool IsSurrogate(char32_t codePoint) {
-    return codePoint >= 0xD800 && codePoint <= 0xDFFF;
-}
+bool IsSurrogate(char32_t codePoint);
 
 }  // namespace kxjob

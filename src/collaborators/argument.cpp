@@ -23,6 +23,10 @@ Value Shown(const char* name) {
 
 }  // namespace
 
+bool Argument::IsByReference() const {
+    return direction_ == Direction::InOut;
+}
+
 Value AsValue(const std::string& text) {
     return text;
 }

@@ -40,7 +40,7 @@ public:
           direction_(direction) {}
 
     const char* Name() const { return name_; }
-    bool IsByReference() const { return direction_ == Direction::InOut; }
+    bool IsByReference() const;
     /// What the variable holds now.
     Value Read() const { return read_(variable_); }
 

@@ -200,6 +200,9 @@ TEST_F(LateBoundCollection, RefusesWhatIsNotThere) {
     EXPECT_EQ(NumberOf([&] { Call("Item", {-1}); }), kSubscriptOutOfRange);
     EXPECT_EQ(NumberOf([&] { Call("Item", {1}); }), kSubscriptOutOfRange);
     EXPECT_EQ(NumberOf([&] { Call("Item", {"key"}); }), kInvalidCall);
+    Call("Add", {"item", "other"});
+    EXPECT_EQ(NumberOf([&] { Call("Item", {0}); }), kSubscriptOutOfRange);
+    EXPECT_EQ(NumberOf([&] { Call("Item", {-1}); }), kSubscriptOutOfRange);
     EXPECT_EQ(NumberOf([&] { Call("Remove", {"key"}); }), kInvalidCall);
 }
 

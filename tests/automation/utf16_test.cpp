@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <string_view>
 
 namespace kxjob {
 namespace {
@@ -40,6 +41,13 @@ TEST(Utf16, KeepsLoneSurrogates) {
     ExpectSame("\xED\xBF\xBF\xED\xA0\x80", {0xDFFF, 0xD800});
     ExpectSame("\xED\xA0\x80\xEE\x80\x80", {0xD800, 0xE000});
     ExpectSame("\xED\xA0\x80\xF0\x90\x80\x80", {0xD800, 0xD800, 0xDC00});
+    ExpectSame("\xED\xB0\x80\xED\xB0\x81", {0xDC00, 0xDC01});
+}
+
+TEST(Utf16, ReadsNothingBeyondTheEnd) {
+    const std::u16string longer = {0xD800, 0xDC00};
+
+    EXPECT_EQ(ToUtf8(std::u16string_view(longer).substr(0, 1)), "\xED\xA0\x80");
 }
 
 TEST(Utf16, KeepsEveryUnit) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <string_view>
 
 namespace kxjob {
 namespace {
@@ -45,6 +46,7 @@ TEST(Utf8CharacterAt, RefusesWhatIsBeyondTheLastCharacter) {
     ExpectNone("\xF4\x90\x80\x80");
     ExpectNone("\xF7\xBF\xBF\xBF");
     ExpectNone("\xF8\x88\x80\x80\x80");
+    ExpectNone("\xF8\x90\x80\x80");
     ExpectNone("\xFF");
 }
 
@@ -57,6 +59,13 @@ TEST(Utf8CharacterAt, RefusesContinuationsWithoutAStartAndStartsWithoutContinuat
     ExpectNone("\xE2\x82\xC3");
     ExpectNone("\xF0\x9F\x98");
     ExpectNone("\xF0\x9Fx\x80");
+}
+
+TEST(Utf8CharacterAt, ReadsNothingBeyondTheEnd) {
+    constexpr std::string_view kLonger = "a\xC3\xA9";
+
+    EXPECT_EQ(Utf8CharacterAt(kLonger.substr(1, 1), 0).length, 0U);
+    EXPECT_EQ(Utf8CharacterAt(kLonger.substr(0, 2), 1).length, 0U);
 }
 
 TEST(IsSurrogate, HoldsForHalvesOfCharactersOnly) {

@@ -127,6 +127,7 @@ TEST(Value, BecomesAWholeNumber) {
     EXPECT_EQ(Value(std::int64_t{5}).ToInt32(), 5);
     EXPECT_EQ(Value("5").ToInt32(), 5);
     EXPECT_EQ(Value(" -12\t").ToInt32(), -12);
+    EXPECT_EQ(Value("\t12 ").ToInt32(), 12);
     EXPECT_EQ(Value("+3").ToInt32(), 3);
     EXPECT_EQ(Value("1e3").ToInt32(), 1000);
 }
@@ -165,8 +166,8 @@ TEST(Value, BecomesADouble) {
 }
 
 TEST(Value, RefusesATextThatIsNoNumber) {
-    for (const char* text : {"", " ", "five", "5 tasks", "1,5", "1 2", "+", "-", "+-1", "--1", "0x10", "nan",
-                             "inf", "infinity", "1e", "."}) {
+    for (const char* text : {"", " ", "five", "x5", "5x", "5 tasks", "1,5", "1 2", "+", "-", "+-1", "--1",
+                             "0x10", "nan", "inf", "infinity", "1e", "."}) {
         EXPECT_EQ(NumberOf([&] { static_cast<void>(Value(text).ToDouble()); }), kTypeMismatch) << text;
         EXPECT_EQ(NumberOf([&] { static_cast<void>(Value(text).ToInt32()); }), kTypeMismatch) << text;
     }
