@@ -6,6 +6,7 @@
 #include "calls/container.h"
 #include "measuring/pair.h"
 #include "measuring/registration.h"
+#include "stores/processors.h"
 #include "support/every_method.h"
 
 namespace kxjob::bench {
@@ -32,6 +33,7 @@ void MeasureWithoutStatement(benchmark::State& state, CallPair& calls) {
 }
 
 void MeasureCall(benchmark::State& state, const Engine& engine, const MethodCall& method) {
+    const ProcessorsApart apart;
     CallPair calls(engine, method);
     state.counters["statements"] = static_cast<double>(calls.StatementCount());
     if (calls.StatementCount() == 0) return MeasureWithoutStatement(state, calls);
