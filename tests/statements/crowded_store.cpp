@@ -113,6 +113,10 @@ CrowdedStore::CrowdedStore(const ContractEngine& engine) : store_(engine.makeSto
     session_ = OpenSession(store_->ConnectionString());
     for (const Crowd& crowd : EveryCrowd()) Fill(*session_, crowd);
     session_->Execute("INSERT INTO kx_systemflag (flagname, flagvalue) VALUES ('KVR_TRANSACTION', '')");
+    // The item that hosts finish is there: of an item that is not, MariaDB plans nothing.
+    session_->Execute(
+        "UPDATE kx_JobItem SET jobitemstateid = 'RUNNING', sequence = " + std::to_string(kItemSequence) +
+        ", jobtaskguid = '" + kTaskGuid + "' WHERE jobitemguid = '" + kItemGuid + "'");
     TakeStatistics(*session_, engine.provider);
 }
 

@@ -17,7 +17,6 @@ using command::TaskName;
 const char* const kQueued = "UPDATE kx_job SET jobstateid = 'QUEUED'";
 const char* const kWaiting =
     "UPDATE kx_JobItem SET jobitemstateid = NULL, jobtaskguid = NULL, sequence = 7200";
-constexpr std::int64_t kItemSequence = 7200;
 const char* const kHintBefore = "UPDATE kx_job SET nextjobitem = 7190";
 const char* const kHintFarBefore = "UPDATE kx_job SET nextjobitem = 7100";
 const char* const kHintBehind = "UPDATE kx_job SET nextjobitem = 7300";
@@ -72,7 +71,7 @@ Variant Closing(bool succeeded, bool isWhereKnown) {
                                         : "it is not known where the items are"},
             .before = {},
             .call = [succeeded, isWhereKnown](const VariantStore& store) {
-                const command::SequenceRange range{7200, 7210};
+                const command::SequenceRange range{kItemSequence, kItemSequence + 10};
                 CloseTask(store.host, Task(), succeeded, isWhereKnown ? std::optional(range) : std::nullopt);
             }};
 }

@@ -18,6 +18,8 @@ inline constexpr std::int32_t kAnyProcess = 7101;
 inline constexpr std::int32_t kAnyThread = 7102;
 inline constexpr std::int32_t kAnyItemCount = 7103;
 inline constexpr std::int32_t kAnySequence = 7104;
+/// The number of the item that hosts work on; statements of a variant's circumstances write it out.
+inline constexpr std::int32_t kItemSequence = 7200;
 
 /// The store that a variant is called on, with the rows of seeded/seeded_store.h.
 struct VariantStore {
