@@ -60,9 +60,9 @@ TEST(StatementShape, RefusesWhatItDoesNotUnderstandForCertain) {
     for (const char* sql :
          {"INSERT INTO t VALUES (x'00')", "INSERT INTO t VALUES ('a') -- b", "SELECT /* b */ 'a'", "SELECT ?",
           "SELECT :a", "SELECT @a", "SELECT $a", "SELECT 'a", "SELECT \"a", "CREATE TABLE t AS SELECT 'a'",
-          "PRAGMA table_info('t')", "WITH a AS (SELECT 'a') SELECT * FROM a",
-          "REPLACE INTO t VALUES ('a')", "SELECT E'\\'', 'a'", "SELECT U&'a'", "SELECT _utf8'a'",
-          "SELECT [a'b], 'c'", "UPDATE t SET a = 'b'; DELETE FROM t"}) {
+          "PRAGMA table_info('t')", "WITH a AS (SELECT 'a') SELECT * FROM a", "REPLACE INTO t VALUES ('a')",
+          "SELECT E'\\'', 'a'", "SELECT U&'a'", "SELECT _utf8'a'", "SELECT [a'b], 'c'",
+          "UPDATE t SET a = 'b'; DELETE FROM t"}) {
         EXPECT_FALSE(shape.Read(sql)) << sql;
     }
     EXPECT_FALSE(shape.Read("SELECT 'a' WHERE b = '" + std::string(40'000, 'b') + "'"));
