@@ -1,5 +1,6 @@
 """Those who use the store in a soak run. Each is a thread that does its part again and again until it is told to end."""
 
+import contextlib
 import json
 import random
 import signal
@@ -13,6 +14,42 @@ from store import is_lost_connection
 ITEMS = 60
 FAILING = 3  # of each job's items
 JOB_SECONDS = 120  # in which a job must be done, outages included
+
+
+class Gate:
+    """Jobs are made by many at a time, or one sweeps: a sweep lists the jobs, and then removes the items of all others, so
+    items of a job that is made in between would go."""
+
+    def __init__(self):
+        self.changed, self.makers, self.is_swept = threading.Condition(), 0, False
+
+    @contextlib.contextmanager
+    def making(self):
+        with self.changed:
+            self.changed.wait_for(lambda: not self.is_swept)
+            self.makers += 1
+        try:
+            yield
+        finally:
+            with self.changed:
+                self.makers -= 1
+                self.changed.notify_all()
+
+    @contextlib.contextmanager
+    def sweeping(self):
+        with self.changed:
+            self.changed.wait_for(lambda: not self.is_swept)
+            self.is_swept = True
+            self.changed.wait_for(lambda: self.makers == 0)
+        try:
+            yield
+        finally:
+            with self.changed:
+                self.is_swept = False
+                self.changed.notify_all()
+
+
+GATE = Gate()
 
 
 class Actor(threading.Thread):
@@ -56,7 +93,8 @@ class Creator(Actor):
             json.dumps({"identifier": f"item {number}", "data": "fail" if number < FAILING else "well done"}) + "\n"
             for number in range(ITEMS)
         )
-        job = self.patient("create", "--type", self.type, "--items", "-", "--format", "jsonl", text=items).strip()
+        with GATE.making():
+            job = self.patient("create", "--type", self.type, "--items", "-", "--format", "jsonl", text=items).strip()
         deadline = time.monotonic() + JOB_SECONDS
         while True:
             shown = json.loads(self.patient("show", job, "--json"))
@@ -76,13 +114,15 @@ class Stranger(Actor):
         self.patient("type", "add", "SOAK_STRANGE", "--component", "Work_83.Worker")
 
     def act(self):
-        self.patient("create", "--type", "SOAK_STRANGE", "--state", "{" + str(uuid.uuid4()).upper() + "}", *"abcdefgh")
+        with GATE.making():
+            self.patient("create", "--type", "SOAK_STRANGE", "--state", "{" + str(uuid.uuid4()).upper() + "}", *"abcdefgh")
         self.told.wait(0.3)
 
 
 class Sweeper(Actor):
     def act(self):
-        self.patient("sweep", "--yes")
+        with GATE.sweeping():
+            self.patient("sweep", "--yes")
         self.told.wait(1)
 
 

@@ -117,7 +117,8 @@ public:
     /// Removes every job that belongs neither to the production nor to the development state of the
     /// container, then the items and tasks without a job. Sweeps the one container that the arguments
     /// designate. With an empty qualifier, what it finds is removed by RemoveJobAndItems from the store of
-    /// the configuration.
+    /// the configuration. Nothing is locked: of a job that is made while this runs, items and tasks that are
+    /// there already may be taken for such without a job.
     void RemoveIrrelevantJobsInAllContainers(std::string ConnectionString, DataStoreProvider Provider,
                                              std::string NameQualifier);
     /// The same for the two application states given; a null GUID as `ProductionStateGUID` means no such
