@@ -94,15 +94,15 @@ def run(context):
 
 
 def parts(rows, context, methods):
-    """The text of every part that was measured."""
+    """The text of every part that was measured, and when and how it was."""
     kinds = {"call": calls, "bulk": paired("items, base"), "large": paired("call"), "next": paired("jobs"),
              "host": hosts, "com": bound}
-    made = {"run": run(context)}
+    made = {}
     for kind, make in kinds.items():
         if of_kind := [row for row in rows if row.kind == kind]:
-            made[kind] = make(of_kind)
+            made[kind] = make(of_kind) + "\n\n" + run(context)
     if any(row.get("bytes_per_row") is not None for row in rows):
-        made["memory"] = memory(rows)
+        made["memory"] = memory(rows) + "\n\n" + run(context)
     if methods:
         made["counts"] = counts(methods)
     return made
