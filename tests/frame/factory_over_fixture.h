@@ -40,4 +40,16 @@ private:
     std::shared_ptr<CollaboratorFactory> inner_;
 };
 
+/// The same, with an observer of every method.
+class ObservedFactory : public FactoryOverFixture {
+public:
+    ObservedFactory(std::shared_ptr<CollaboratorFactory> inner, std::shared_ptr<MethodObserver> observer)
+        : FactoryOverFixture(std::move(inner)), observer_(std::move(observer)) {}
+
+    std::shared_ptr<MethodObserver> MakeMethodObserver() override { return observer_; }
+
+private:
+    std::shared_ptr<MethodObserver> observer_;
+};
+
 }  // namespace kxjob::testing_support

@@ -9,29 +9,16 @@
 namespace kxjob {
 namespace {
 
-using ::testing::_;
 using ::testing::InSequence;
 using ::testing::NiceMock;
-using ::testing::Return;
-using ::testing::StrictMock;
 using Place = Frame::Place;
-
-class ObservingFactory : public testing_support::FactoryOverFixture {
-public:
-    ObservingFactory(std::shared_ptr<CollaboratorFactory> inner, std::shared_ptr<MethodObserver> observer)
-        : FactoryOverFixture(std::move(inner)), observer_(std::move(observer)) {}
-
-    std::shared_ptr<MethodObserver> MakeMethodObserver() override { return observer_; }
-
-private:
-    std::shared_ptr<MethodObserver> observer_;
-};
 
 /// A line is what an error tells of the place at which a method was.
 class FrameLines : public testing_support::JobHelperTest {
 protected:
     FrameLines() {
-        InstallCollaborators(std::make_shared<ObservingFactory>(ThisThread().SharedFactory(), observer_));
+        InstallCollaborators(
+            std::make_shared<testing_support::ObservedFactory>(ThisThread().SharedFactory(), observer_));
     }
     void ExpectLine(Place place) { EXPECT_CALL(*observer_, At(static_cast<std::int32_t>(place.line()))); }
     /// `access` is what the lambda does to the frame with a place that is not the lambda's own.

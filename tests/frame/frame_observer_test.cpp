@@ -20,22 +20,11 @@ using ::testing::SizeIs;
 using ::testing::StrictMock;
 using ::testing::Throw;
 using testing_support::ErrorOf;
-using testing_support::FactoryOverFixture;
 using testing_support::JobHelperTest;
 using testing_support::kFailure;
 using testing_support::MockComponent;
 using testing_support::MockMethodObserver;
-
-class ObservedFactory : public FactoryOverFixture {
-public:
-    ObservedFactory(std::shared_ptr<CollaboratorFactory> inner, std::shared_ptr<MethodObserver> observer)
-        : FactoryOverFixture(std::move(inner)), observer_(std::move(observer)) {}
-
-    std::shared_ptr<MethodObserver> MakeMethodObserver() override { return observer_; }
-
-private:
-    std::shared_ptr<MethodObserver> observer_;
-};
+using testing_support::ObservedFactory;
 
 class ObservedMethod : public JobHelperTest {
 protected:
