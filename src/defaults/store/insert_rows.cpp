@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "automation/letter_case.h"
+#include "defaults/store/quoted_text.h"
 
 namespace kxjob {
 namespace {
@@ -92,11 +93,8 @@ private:
         return end > place_ && GoTo(end);
     }
     bool Text() {
-        for (std::size_t end = place_ + 1;; end += 2) {
-            end = sql_.find('\'', end);
-            if (end == std::string_view::npos) return false;
-            if (At(end + 1) != '\'') return GoTo(end + 1);
-        }
+        const std::size_t end = EndOfQuoted(sql_, place_);
+        return end != std::string_view::npos && GoTo(end);
     }
     bool Digits() {
         const std::size_t end = std::min(sql_.find_first_not_of(kDecimals, place_), sql_.size());

@@ -6,6 +6,8 @@
 #include <optional>
 #include <utility>
 
+#include "defaults/store/quoted_text.h"
+
 namespace kxjob {
 namespace {
 
@@ -51,14 +53,10 @@ public:
         while (ContinuesName(At(end)) || At(end) == '.' || IsSignOfExponent(end)) ++end;
         return Until(end);
     }
-    /// With its quotes; a doubled one is none. Empty when it does not end.
+    /// With its quotes. Empty when it does not end.
     std::string_view Quoted() {
-        const char quote = Next();
-        for (std::size_t end = place_ + 1;; end += 2) {
-            end = sql_.find(quote, end);
-            if (end == std::string_view::npos) return {};
-            if (At(end + 1) != quote) return Until(end + 1);
-        }
+        const std::size_t end = EndOfQuoted(sql_, place_);
+        return end == std::string_view::npos ? std::string_view() : Until(end);
     }
 
 private:
