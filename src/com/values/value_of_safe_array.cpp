@@ -50,7 +50,11 @@ Value ElementAt(SAFEARRAY* array, VARTYPE type, LONG* index) {
 /// Moves `index` to the next element, the last index running fastest; false behind the last one.
 bool Advance(std::vector<std::int32_t>& index, const std::vector<Array::Dimension>& dimensions) {
     for (std::size_t i = index.size(); i-- > 0;) {
-        if (++index[i] < dimensions[i].lowerBound + dimensions[i].count) return true;
+        const std::int32_t last = dimensions[i].lowerBound + (dimensions[i].count - 1);
+        if (index[i] < last) {
+            ++index[i];
+            return true;
+        }
         index[i] = dimensions[i].lowerBound;
     }
     return false;
