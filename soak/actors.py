@@ -101,7 +101,7 @@ class Creator(Actor):
             if shown["state"] == "COMPLETE":
                 break
             if time.monotonic() > deadline:
-                raise RuntimeError(f"{job} is not done after {JOB_SECONDS} seconds: {shown}")
+                raise RuntimeError(f"{job} is not done after {JOB_SECONDS} seconds: {shown}\n{self.store.picture(job)}")
             time.sleep(0.1)
         self.jobs.append((job, ITEMS, FAILING))
 
@@ -154,10 +154,29 @@ class Host:
         self.start()
 
     def start(self):
-        with open(self.log, "a", encoding="utf-8") as log:
-            self.process = subprocess.Popen(
-                [self.store.command, "work", "--threads", "2", "--lease", "3", "--poll", "0.2", "--lot-limit", "20"],
-                env=self.store.environment, stdout=log, stderr=log)  # fmt: skip
+        """A host that meets no server at its start ends with that error; it is started until it is at work."""
+        while True:
+            with open(self.log, "a", encoding="utf-8") as log:
+                begin = log.tell()
+                self.process = subprocess.Popen(
+                    [self.store.command, "work", "--threads", "2", "--lease", "3", "--poll", "0.2", "--lot-limit", "20"],
+                    env=self.store.environment, stdout=log, stderr=log)  # fmt: skip
+            while self.process.poll() is None:
+                if "Working with" in self.said_since(begin):
+                    return
+                time.sleep(0.05)
+            if not is_lost_connection(self.said_since(begin)):
+                raise RuntimeError(f"a host does not start: {self.said_since(begin)}")
+            time.sleep(0.2)
+
+    def said_since(self, place):
+        with open(self.log, "rb") as log:
+            log.seek(place)
+            return log.read().decode("utf-8", "replace")
+
+    def must_be_alive(self):
+        if self.process.poll() is not None:
+            raise RuntimeError(f"a host ended by itself with status {self.process.returncode}: {self.said_since(0)[-1000:]}")
 
     def kill_and_start(self):
         self.process.kill()
@@ -178,6 +197,8 @@ class Killer(Actor):
 
     def act(self):
         if not self.told.wait(self.seconds * random.uniform(0.5, 1.5)):
+            for host in self.hosts:
+                host.must_be_alive()
             random.choice(self.hosts[1:]).kill_and_start()
 
 

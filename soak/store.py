@@ -55,6 +55,17 @@ class Store:
         return [line.split("|") for line in done.stdout.splitlines()]
 
 
+    def picture(self, job):
+        """What the store says of a job now, and who is at work on the server, as lines of JSON: to look into a fault."""
+        rows = [f"SELECT to_json(j) FROM {QUALIFIER}job j WHERE jobguid = '{job}'",
+                f"SELECT to_json(t) FROM {QUALIFIER}jobtask t",
+                f"SELECT to_json(s) FROM (SELECT jobitemstateid, jobtaskguid, count(*) FROM {QUALIFIER}JobItem"
+                f" WHERE jobguid = '{job}' GROUP BY 1, 2) s",
+                "SELECT to_json(a) FROM (SELECT now(), pid, state, wait_event, xact_start, left(query, 200) AS query"
+                " FROM pg_stat_activity WHERE datname = current_database()) a"]  # fmt: skip
+        return "\n".join("|".join(row) for sql in rows for row in self.sql(sql))
+
+
 def is_lost_connection(message):
     """Whether a message of the command tells that the server was not there: SQLSTATE class 08, or a server that goes or comes."""
     return re.search(r"\[(08\w{3}|57P0\d|HYT00)\]|could not be opened", message) is not None
