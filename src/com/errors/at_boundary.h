@@ -15,8 +15,8 @@ namespace kxjob {
 /// its number as a status.
 HRESULT Publish(REFIID iid, const AutomationError& error) noexcept;
 
-/// Raises what the thread's error object says about a failed status, else the system's words for it.
-/// Does nothing for a status of success.
+/// For the system's own calls: raises a failed status with the system's words for it. What an earlier call
+/// left with the thread does not count.
 void RequireSuccess(HRESULT status);
 
 /// Runs the body of an interface method: nothing thrown inside reaches the caller.

@@ -88,7 +88,7 @@ HRESULT Publish(REFIID iid, const AutomationError& error) noexcept {
 }
 
 void RequireSuccess(HRESULT status) {
-    if (FAILED(status)) throw ErrorOf(status);
+    if (FAILED(status)) throw AutomationError(status, "Job_83", SystemWords(status));
 }
 
 }  // namespace kxjob
