@@ -11,7 +11,8 @@ SqliteDatabase OpenSqlite(const std::string& file) {
     SqliteDatabase database(opened);
     RequireSqlite(opened, result == SQLITE_OK);
     sqlite3_busy_timeout(opened, 30'000);
-    for (const char* pragma : {"PRAGMA journal_mode=WAL", "PRAGMA synchronous=NORMAL"}) {
+    for (const char* pragma :
+         {"PRAGMA journal_mode=WAL", "PRAGMA synchronous=NORMAL", "PRAGMA wal_autocheckpoint=16384"}) {
         RequireSqlite(opened, sqlite3_exec(opened, pragma, nullptr, nullptr, nullptr) == SQLITE_OK);
     }
     return database;

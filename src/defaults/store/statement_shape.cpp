@@ -1,6 +1,7 @@
 #include "defaults/store/statement_shape.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cstddef>
 #include <optional>
@@ -16,21 +17,36 @@ constexpr std::size_t kLongest = 32768;
 constexpr std::size_t kMostLiterals = 512;
 constexpr std::size_t kSurelyFitting = 18;  // digits of a number of 64 bits
 
-bool IsDecimal(char character) {
-    return character >= '0' && character <= '9';
-}
+/// What a character can be; a byte beyond ASCII is a letter.
+enum Role : unsigned char {
+    kBeginsName = 1,
+    kContinuesName = 2,
+    kDecimal = 4,
+    kQuote = 8,
+    kObscure = 16,  // a parameter, another statement, or what engines read in different ways
+    kMayBeObscure = 32,
+};
 
-bool BeginsName(char character) {
-    return (character >= 'A' && character <= 'Z') || (character >= 'a' && character <= 'z') ||
-           character == '_' || static_cast<unsigned char>(character) >= 0x80;
-}
+constexpr std::array<unsigned char, 256> kRoles = [] {
+    std::array<unsigned char, 256> roles{};
+    const auto give = [&](std::string_view characters, int role) {
+        for (const char character : characters) {
+            unsigned char& all = roles[static_cast<unsigned char>(character)];
+            all = static_cast<unsigned char>(all | role);
+        }
+    };
+    give("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz_", kBeginsName | kContinuesName);
+    give("0123456789", kDecimal | kContinuesName);
+    give("$", kContinuesName | kObscure);
+    give("'\"`", kQuote);
+    give("?:@#\\;[", kObscure);
+    give("-/&", kMayBeObscure);
+    for (std::size_t byte = 0x80; byte < roles.size(); ++byte) roles[byte] = kBeginsName | kContinuesName;
+    return roles;
+}();
 
-bool ContinuesName(char character) {
-    return BeginsName(character) || IsDecimal(character) || character == '$';
-}
-
-bool BeginsQuoted(char character) {
-    return character == '\'' || character == '"' || character == '`';
+bool Is(char character, int role) {
+    return (kRoles[static_cast<unsigned char>(character)] & role) != 0;
 }
 
 /// Goes through a statement from left to right, and gives a piece at a time.
@@ -45,12 +61,12 @@ public:
     void Skip() { ++place_; }
     std::string_view Name() {
         std::size_t end = place_;
-        while (ContinuesName(At(end))) ++end;
+        while (end < sql_.size() && Is(sql_[end], kContinuesName)) ++end;
         return Until(end);
     }
     std::string_view Number() {
         std::size_t end = place_;
-        while (ContinuesName(At(end)) || At(end) == '.' || IsSignOfExponent(end)) ++end;
+        while (Is(At(end), kContinuesName) || At(end) == '.' || IsSignOfExponent(end)) ++end;
         return Until(end);
     }
     /// With its quotes. Empty when it does not end.
@@ -94,16 +110,17 @@ public:
     /// False when the statement is of no kind to take apart.
     bool Add(std::string_view word) {
         const bool isFirst = std::exchange(isBefore_, false);
-        if (isFirst && !Is(word, "select") && !Is(word, "insert") && !Is(word, "update") &&
-            !Is(word, "delete"))
+        if (isFirst && !IsWord(word, "select") && !IsWord(word, "insert") && !IsWord(word, "update") &&
+            !IsWord(word, "delete"))
             return false;
-        if (Is(word, "select") || Is(word, "order") || Is(word, "over")) numbersAreValues_ = false;
+        if (IsWord(word, "select") || IsWord(word, "order") || IsWord(word, "over"))
+            numbersAreValues_ = false;
         return true;
     }
     bool NumbersAreValues() const { return numbersAreValues_; }
 
 private:
-    static bool Is(std::string_view word, std::string_view keyword) {
+    static bool IsWord(std::string_view word, std::string_view keyword) {
         constexpr unsigned char kCase = 0x20;  // what a letter of ASCII differs in from its other form
         return std::equal(
             word.begin(), word.end(), keyword.begin(), keyword.end(), [](char one, char letter) {
@@ -115,11 +132,10 @@ private:
     bool numbersAreValues_ = true;
 };
 
-/// Where a comment, a parameter, another statement, or what engines read in different ways begins.
-bool IsObscure(char next, char behind) {
-    constexpr std::string_view kMarks = "?:@$#\\;[";
-    if ((next == '-' && behind == '-') || (next == '/' && behind == '*')) return true;
-    return kMarks.find(next) != std::string_view::npos || (next == '&' && behind == '\'');
+/// Where a comment begins, or a text with U& before it.
+bool AreObscure(char next, char behind) {
+    return (next == '-' && behind == '-') || (next == '/' && behind == '*') ||
+           (next == '&' && behind == '\'');
 }
 
 /// False for a kind of statement to leave as it is, and before a text that is no plain one: x'', E'',
@@ -132,18 +148,19 @@ bool ReadWord(Pieces& pieces, Words& words) {
 /// Goes over one piece, and gives the literal when it is one to take out. False when it is not understood.
 bool ReadPiece(Pieces& pieces, Words& words, std::optional<SqlLiteral>& literal) {
     const char next = pieces.Next();
-    if (BeginsName(next)) return ReadWord(pieces, words);
-    if (IsDecimal(next) || (next == '.' && IsDecimal(pieces.Behind()))) {
+    if (Is(next, kBeginsName)) return ReadWord(pieces, words);
+    if (Is(next, kDecimal) || (next == '.' && Is(pieces.Behind(), kDecimal))) {
         const std::string_view digits = pieces.Number();
         if (words.NumbersAreValues()) literal = TakenNumber(digits);
         return true;
     }
-    if (BeginsQuoted(next)) {
+    if (Is(next, kQuote)) {
         const std::string_view quoted = pieces.Quoted();
         if (next == '\'' && !quoted.empty()) literal = TakenText(quoted);
         return !quoted.empty();
     }
-    if (IsObscure(next, pieces.Behind())) return false;
+    if (Is(next, kObscure)) return false;
+    if (Is(next, kMayBeObscure) && AreObscure(next, pieces.Behind())) return false;
     pieces.Skip();
     return true;
 }

@@ -13,6 +13,10 @@ namespace {
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
+/// Pages of the write-ahead log (64 MB) before they go into the file. GUIDs change pages all over a large index:
+/// the longer the log, the more changes of a page are written into the file at once.
+constexpr int kPagesOfLog = 16'384;
+
 [[noreturn]] void RaiseNotOpened(const std::string& file, sqlite3* database) {
     std::string why = file + ": " + sqlite3_errmsg(database);
     if (const int systemError = sqlite3_system_errno(database); systemError != 0) {
@@ -61,6 +65,7 @@ int SetUp(sqlite3* database, milliseconds patience) {
     std::string mode;
     const int result = SwitchToWriteAhead(database, patience, mode);
     if (result != SQLITE_OK || mode != "wal") return result;  // without the log NORMAL is not safe enough
+    sqlite3_wal_autocheckpoint(database, kPagesOfLog);
     return sqlite3_exec(database, "PRAGMA synchronous=NORMAL", nullptr, nullptr, nullptr);
 }
 

@@ -44,6 +44,7 @@ private:
 TEST_F(SqliteSessionTest, OpensWithWriteAheadLoggingAndNormalSynchronisation) {
     EXPECT_EQ(Scalar("PRAGMA journal_mode"), Value("wal"));
     EXPECT_EQ(Scalar("PRAGMA synchronous"), Value(1));
+    EXPECT_EQ(Scalar("PRAGMA wal_autocheckpoint"), Value(16384));
     EXPECT_EQ(Scalar("PRAGMA busy_timeout"), Value(30000));
 }
 
