@@ -13,8 +13,8 @@ namespace {
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
-/// Pages of the write-ahead log (64 MB) before they go into the file. GUIDs change pages all over a large index:
-/// the longer the log, the more changes of a page are written into the file at once.
+/// Pages of the write-ahead log (64 MB) before they go into the file. GUIDs change pages all over a large
+/// index: the longer the log, the more changes of a page are written into the file at once.
 constexpr int kPagesOfLog = 16'384;
 
 [[noreturn]] void RaiseNotOpened(const std::string& file, sqlite3* database) {
