@@ -54,7 +54,6 @@ class Store:
                               check=True)  # fmt: skip
         return [line.split("|") for line in done.stdout.splitlines()]
 
-
     def picture(self, job):
         """What the store says of a job now, and who is at work on the server, as lines of JSON: to look into a fault."""
         rows = [f"SELECT to_json(j) FROM {QUALIFIER}job j WHERE jobguid = '{job}'",

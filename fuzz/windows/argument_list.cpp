@@ -14,7 +14,7 @@ namespace {
 
 constexpr int kDeepest = 3;
 
-/// Types of a fixed size, each by its place among the characters from '0' on.
+/// What references and arrays can be of, each by its place among the characters from '0' on.
 constexpr std::array<VARTYPE, 17> kTypes = {VT_I1,   VT_UI1,   VT_I2,       VT_UI2,     VT_I4,  VT_UI4,
                                             VT_I8,   VT_UI8,   VT_R4,       VT_R8,      VT_CY,  VT_DATE,
                                             VT_BOOL, VT_ERROR, VT_DISPATCH, VT_UNKNOWN, VT_BSTR};

@@ -61,7 +61,7 @@ public:
     void Skip() { ++place_; }
     std::string_view Name() {
         std::size_t end = place_;
-        while (end < sql_.size() && Is(sql_[end], kContinuesName)) ++end;
+        while (Is(At(end), kContinuesName)) ++end;
         return Until(end);
     }
     std::string_view Number() {
